@@ -1,0 +1,118 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "QkDlg/ImageIdList.h"
+#include "QkDlg/UiColors.h"
+#include "QkDlg/Win32.h"
+
+namespace QkDlg {
+
+/// Base of every flat control. An object never creates a window: Attach binds it to an existing
+/// child window, which it subclasses and paints from then on, while the standard control stays
+/// underneath with its state and its notifications.
+///
+/// Objects belong to the GUI thread of their window. The host owns an object and deletes it after
+/// the window is gone; deleted earlier, the window goes on with its standard look.
+class QkCustomControl {
+public:
+    /// `imageIds`: bitmap resource ids as ImageIdList takes them, or null. An empty face and a
+    /// size of 0 mean the library's default font, filled in by Attach. Size in points.
+    QkCustomControl(UINT id, const UINT32* imageIds, std::wstring_view fontFace, int fontSize);
+    QkCustomControl(const QkCustomControl&) = delete;
+    QkCustomControl& operator=(const QkCustomControl&) = delete;
+
+    // The order of the virtual operations is fixed; families append theirs.
+    virtual ~QkCustomControl();
+    virtual void OnReserved1();
+    /// Binds the object to its window. Every derived Attach calls this one first, then installs
+    /// its subclass procedure.
+    virtual void Attach(HWND hwnd);
+    /// The brush for a WM_CTLCOLOR message about this control, or null for the standard one.
+    virtual HBRUSH OnCtlColor(HDC hdc, HWND hwnd);
+    virtual bool QueryReserved4(LPARAM info);
+    virtual bool QueryReserved5(LPARAM info);
+    virtual void OnMove(int x, int y);
+    virtual void OnReserved7(UINT flags, UINT action);
+    virtual void OnSetCheck(bool checked);
+    /// Repaints the window some time soon.
+    virtual void Refresh();
+    virtual void OnReserved10();
+    /// One step of a colour fade; 0 refuses it and ends the fade.
+    virtual int OnAnimateColor(COLORREF colour);
+    virtual COLORREF GetConfiguredTextColor();
+    virtual COLORREF GetTextColor();
+    virtual COLORREF GetConfiguredBkColor();
+    virtual COLORREF GetBkColor();
+    virtual COLORREF GetHoverColor();
+    virtual COLORREF GetPressedColor();
+    virtual COLORREF GetBorderColor();
+    virtual COLORREF GetHotBorderColor();
+    virtual void UpdateImage();
+    virtual int GetContentWidth();
+    virtual void OnMouseMove(int x, int y);
+    virtual void OnLButtonDown(int x, int y);
+    virtual void OnLButtonUp(int x, int y);
+    virtual void OnMouseLeave();
+    /// Draws an image for the control's state. Changes the bitmap: give it a fresh one.
+    virtual void DrawImage(HDC hdc, HBITMAP bitmap, int x, int y);
+    virtual void DrawFocus(HDC hdc);
+    virtual void CalcFocusRect();
+
+    [[nodiscard]] UINT GetId() const { return m_nId; }
+    /// The bound window; null before Attach and after the window's end.
+    [[nodiscard]] HWND GetWindow() const { return m_hWnd; }
+    /// The window is going: the object is unbound. For subclass procedures, at WM_NCDESTROY.
+    void Detach();
+
+    /// Configured colours; kNoColor as background means the parent's. Shows at the next paint.
+    void SetTextColor(COLORREF colour) { m_clrText = colour; }
+    void SetBkColor(COLORREF colour) { m_clrBk = colour; }
+    /// The font to draw in; an empty face and a size of 0 mean the default at the next Attach.
+    void SetFont(std::wstring_view face, int size, int weight);
+    [[nodiscard]] const std::wstring& GetFontFace() const { return m_fontFace; }
+    [[nodiscard]] int GetFontSize() const { return m_nFontSize; }
+
+protected:
+    /// The font of face, size and weight; null when the system cannot make it.
+    [[nodiscard]] HFONT ControlFont() const;
+
+    /// What the control writes in now, enabled or not.
+    [[nodiscard]] COLORREF StateTextColor();
+
+    /// DrawText flags that the window's style and keyboard cues ask for.
+    [[nodiscard]] UINT TextFlags() const;
+
+    /// Draws `text` into `bounds`, aligned by the DT_ flags in `alignment`, and keeps where it
+    /// stands in m_rcItem. A font that cannot be made raises the assertion report.
+    void DrawCaption(HDC hdc, const std::wstring& text, const RECT& bounds, UINT alignment);
+
+    UINT32 m_nId;                        ///< dialog control id of the window
+    HWND m_hWnd = nullptr;               ///< the bound window
+    ImageIdList m_images;                ///< bitmap resource ids of the control's images
+    bool m_bDrawImage = true;            ///< draw the one-pixel border (buttons)
+    COLORREF m_clrText = 0;              ///< configured text colour
+    COLORREF m_clrBk = kNoColor;         ///< configured background; none: the parent's
+    COLORREF m_clrHover = 0;             ///< background that hover animations go to
+    COLORREF m_clrAnim = kNoColor;       ///< background of the running animation, or none
+    COLORREF m_clrPressed = 0xFCE8D4;    ///< background while the mouse holds the control down
+    COLORREF m_clrBorder = 0xC0C0C0;     ///< border at rest
+    COLORREF m_clrHotBorder = 0xEAB47E;  ///< border under the mouse
+    COLORREF m_clrCurBorder = 0xC0C0C0;  ///< border in use now
+    std::wstring m_fontFace;             ///< empty: the default
+    INT32 m_nFontSize;                   ///< points; 0: the default
+    INT32 m_nFontWeight = FW_NORMAL;     ///< as in LOGFONT
+    INT32 m_bImageRight = 0;             ///< the image stands right of the caption
+    INT32 m_nLayout = DT_CENTER;         ///< the caption's horizontal alignment
+    INT32 m_nImageGap = DT_VCENTER;      ///< the caption's vertical alignment
+    bool m_bHonourUiState = true;        ///< mnemonics as the keyboard cues say; else never
+    bool m_bWordEllipsis = false;        ///< cut words with an ellipsis
+    bool m_bExplicitFocusRect = false;   ///< the focus rectangle goes round m_rcItem
+    bool m_bPressed = false;             ///< the mouse holds the control down
+    RECT m_rcItem{};                     ///< where the text was drawn
+    RECT m_rcClip{};                     ///< bounds of the explicit focus rectangle
+    RECT m_rcFocus{};                    ///< as CalcFocusRect found it
+};
+
+}  // namespace QkDlg

@@ -1,0 +1,47 @@
+#include "Exports/ControlFactory.h"
+#include "QkDlg/QkDlg.h"
+#include "QkDlg/UiColors.h"
+
+// Nothing may leave an export but its result: each is noexcept, so that a failed allocation ends
+// the process instead of unwinding through a host that was built by another compiler.
+
+namespace {
+
+constexpr wchar_t kFlatStyleEvent[] = L"VANTOR_DLG_STYLE_FLAT";
+
+QkControlObject* toHandle(QkDlg::QkCustomControl* control) {
+    return reinterpret_cast<QkControlObject*>(control);
+}
+
+QkDlg::QkCustomControl* fromHandle(QkControlObject* handle) {
+    return reinterpret_cast<QkDlg::QkCustomControl*>(handle);
+}
+
+}  // namespace
+
+extern "C" {
+
+QkControlObject* CreateQkCustomControl(HWND control, int type) noexcept {
+    const int id = GetDlgCtrlID(control);
+    auto object = QkDlg::makeControl(type, static_cast<UINT>(id));
+    object->Attach(control);
+    return toHandle(object.release());
+}
+
+void DeleteQkCustomControl(QkControlObject* object) noexcept {
+    delete fromHandle(object);
+}
+
+bool FlatStyleEnabled(void) noexcept {
+    const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, kFlatStyleEvent);
+    if (!event)
+        return false;
+    CloseHandle(event);
+    return true;
+}
+
+COLORREF GetUIColor(int index) noexcept {
+    return QkDlg::GetUIColor(index);
+}
+
+}  // extern "C"

@@ -1,0 +1,29 @@
+#include "QkCustCtrl/LiveControls.h"
+
+#include <set>
+
+namespace QkDlg {
+
+namespace {
+
+std::set<const QkCustomControl*>& liveControls() {
+    static std::set<const QkCustomControl*> controls;
+    return controls;
+}
+
+}  // namespace
+
+void LiveControls::add(const QkCustomControl& control) {
+    liveControls().insert(&control);
+}
+
+void LiveControls::remove(const QkCustomControl& control) {
+    liveControls().erase(&control);
+}
+
+QkCustomControl* LiveControls::find(DWORD_PTR referenceData) {
+    auto* control = reinterpret_cast<QkCustomControl*>(referenceData);
+    return liveControls().contains(control) ? control : nullptr;
+}
+
+}  // namespace QkDlg

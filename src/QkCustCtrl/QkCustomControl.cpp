@@ -1,0 +1,214 @@
+#include "QkDlg/QkCustomControl.h"
+
+#include "QkCustCtrl/CaptionLayout.h"
+#include "QkCustCtrl/FocusRect.h"
+#include "QkCustCtrl/LiveControls.h"
+#include "QkDlg/DialogFonts.h"
+#include "QkUtil/Bitmaps.h"
+#include "QkUtil/Handles.h"
+#include "QkUtil/Metrics.h"
+#include "QkUtil/Rects.h"
+#include "QkXML/DialogDefaults.h"
+#include "lib/AssertReport.h"
+
+namespace QkDlg {
+
+namespace {
+
+constexpr QkLib::AssertSite kNoFont{"src/QkCustCtrl", 150};
+constexpr int kFocusInset = 2;
+constexpr int kFallbackFontSize = 9;
+
+// Stock object 8 is a pen. Handed out as a brush it fills nothing, so the parent paints no ground
+// behind the control.
+constexpr int kFillsNothing = NULL_PEN;
+
+CaptionBox captionBox(const RECT& bounds, UINT flags) {
+    CaptionBox box{fromWin32(bounds), captionPadding()};
+    box.wordBreak = (flags & DT_WORDBREAK) != 0;
+    box.horizontal = (flags & DT_CENTER)  ? Horizontal::Centre
+                     : (flags & DT_RIGHT) ? Horizontal::Right
+                                          : Horizontal::Left;
+    box.vertical = (flags & DT_VCENTER)  ? Vertical::Centre
+                   : (flags & DT_BOTTOM) ? Vertical::Bottom
+                                         : Vertical::Top;
+    return box;
+}
+
+bool uiStateHas(HWND hwnd, LRESULT flag) {
+    return (SendMessageW(hwnd, WM_QUERYUISTATE, 0, 0) & flag) != 0;
+}
+
+}  // namespace
+
+QkCustomControl::QkCustomControl(UINT id, const UINT32* imageIds, std::wstring_view fontFace,
+                                 int fontSize)
+    : m_nId(id),
+      m_images(imageIds),
+      m_clrHover(GetUIColor(UICLR_HOVER)),
+      m_fontFace(fontFace),
+      m_nFontSize(fontSize) {
+    LiveControls::add(*this);
+}
+
+QkCustomControl::~QkCustomControl() {
+    LiveControls::remove(*this);
+}
+
+void QkCustomControl::OnReserved1() {}
+
+void QkCustomControl::Attach(HWND hwnd) {
+    m_hWnd = hwnd;
+    if (m_fontFace.empty()) {
+        m_fontFace = defaultFontFace();
+        if (m_nFontSize == 0)
+            m_nFontSize = defaultFontSize();
+    }
+    if (m_nFontSize == 0)
+        m_nFontSize = kFallbackFontSize;
+    m_bWordEllipsis = false;
+}
+
+HBRUSH QkCustomControl::OnCtlColor(HDC hdc, HWND hwnd) {
+    const bool transparent = (GetWindowLongPtrW(hwnd, GWL_EXSTYLE) & WS_EX_TRANSPARENT) != 0;
+    if (!transparent || IsHighContrast())
+        return nullptr;
+    SetBkMode(hdc, TRANSPARENT);
+    return static_cast<HBRUSH>(GetStockObject(kFillsNothing));
+}
+
+bool QkCustomControl::QueryReserved4(LPARAM) {
+    return false;
+}
+bool QkCustomControl::QueryReserved5(LPARAM) {
+    return false;
+}
+void QkCustomControl::OnMove(int, int) {}
+void QkCustomControl::OnReserved7(UINT, UINT) {}
+void QkCustomControl::OnSetCheck(bool) {}
+
+void QkCustomControl::Refresh() {
+    if (m_hWnd)
+        InvalidateRect(m_hWnd, nullptr, FALSE);
+}
+
+void QkCustomControl::OnReserved10() {}
+int QkCustomControl::OnAnimateColor(COLORREF) {
+    return 0;
+}
+COLORREF QkCustomControl::GetConfiguredTextColor() {
+    return m_clrText;
+}
+
+COLORREF QkCustomControl::GetTextColor() {
+    return IsHighContrast() ? GetSysColor(COLOR_WINDOWTEXT) : m_clrText;
+}
+
+COLORREF QkCustomControl::GetConfiguredBkColor() {
+    return m_clrBk;
+}
+
+COLORREF QkCustomControl::GetBkColor() {
+    if (IsHighContrast())
+        return GetSysColor(COLOR_WINDOW);
+    COLORREF colour = m_clrBk;
+    if (m_bPressed)
+        colour = m_clrPressed;
+    else if (m_clrAnim != kNoColor)
+        colour = m_clrAnim;
+    return colour == kNoColor ? GetParentBkColor(m_hWnd) : colour;
+}
+
+COLORREF QkCustomControl::GetHoverColor() {
+    return m_clrHover;
+}
+COLORREF QkCustomControl::GetPressedColor() {
+    return m_clrPressed;
+}
+COLORREF QkCustomControl::GetBorderColor() {
+    return m_clrBorder;
+}
+COLORREF QkCustomControl::GetHotBorderColor() {
+    return m_clrHotBorder;
+}
+void QkCustomControl::UpdateImage() {}
+int QkCustomControl::GetContentWidth() {
+    return 0;
+}
+void QkCustomControl::OnMouseMove(int, int) {}
+void QkCustomControl::OnLButtonDown(int, int) {}
+void QkCustomControl::OnLButtonUp(int, int) {}
+void QkCustomControl::OnMouseLeave() {}
+
+void QkCustomControl::DrawImage(HDC hdc, HBITMAP bitmap, int x, int y) {
+    PrepareGlyphForState(bitmap, IsWindowEnabled(m_hWnd) != FALSE);
+    DrawBitmap(hdc, bitmap, x, y);
+}
+
+void QkCustomControl::DrawFocus(HDC hdc) {
+    if (!m_hWnd || GetFocus() != m_hWnd || uiStateHas(m_hWnd, UISF_HIDEFOCUS))
+        return;
+    CalcFocusRect();
+    if (hasArea(fromWin32(m_rcFocus)))
+        DrawFocusRect(hdc, &m_rcFocus);
+}
+
+void QkCustomControl::CalcFocusRect() {
+    const int inset = scaled(kFocusInset);
+    if (m_bExplicitFocusRect) {
+        m_rcFocus = toWin32(focusRectAround(fromWin32(m_rcItem), fromWin32(m_rcClip), inset));
+        return;
+    }
+    m_rcFocus = windowRectIn(m_hWnd, m_hWnd);
+    InflateRect(&m_rcFocus, -inset, -inset);
+}
+
+void QkCustomControl::Detach() {
+    m_hWnd = nullptr;
+}
+
+void QkCustomControl::SetFont(std::wstring_view face, int size, int weight) {
+    m_fontFace = face;
+    m_nFontSize = size;
+    m_nFontWeight = weight;
+}
+
+HFONT QkCustomControl::ControlFont() const {
+    return GetFont(m_nFontSize, m_fontFace, m_nFontWeight, 0);
+}
+
+COLORREF QkCustomControl::StateTextColor() {
+    return IsWindowEnabled(m_hWnd) ? GetTextColor() : GetDisabledTextColor();
+}
+
+UINT QkCustomControl::TextFlags() const {
+    UINT flags = 0;
+    if (GetWindowLongPtrW(m_hWnd, GWL_STYLE) & BS_MULTILINE)
+        flags |= DT_WORDBREAK;
+    if (!m_bHonourUiState || uiStateHas(m_hWnd, UISF_HIDEACCEL))
+        flags |= DT_HIDEPREFIX;
+    if (m_bWordEllipsis)
+        flags |= DT_WORD_ELLIPSIS;
+    return flags;
+}
+
+void QkCustomControl::DrawCaption(HDC hdc, const std::wstring& text, const RECT& bounds,
+                                  UINT alignment) {
+    const HFONT font = ControlFont();
+    if (!font)
+        QkLib::reportAssertFailure(kNoFont);
+    // The standard control measures in the font that it shows; no redraw, this is the drawing.
+    SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    const Selection selected(hdc, font);
+    ::SetTextColor(hdc, StateTextColor());
+    const UINT flags = alignment | TextFlags();
+    const CaptionBox box = captionBox(bounds, flags);
+    const int length = static_cast<int>(text.size());
+    RECT measured = toWin32(box.working());
+    DrawTextW(hdc, text.c_str(), length, &measured, flags | DT_CALCRECT);
+    m_rcItem = toWin32(box.placed(fromWin32(measured)));
+    RECT drawn = m_rcItem;
+    DrawTextW(hdc, text.c_str(), length, &drawn, flags);
+}
+
+}  // namespace QkDlg
