@@ -6,6 +6,12 @@
 #include "QkDlg/QkDlg.h"
 #include "QkDlg/QkFlatBlueBtn.h"
 #include "QkDlg/QkFlatBtn.h"
+#include "QkDlg/QkFlatCheckbox.h"
+#include "QkDlg/QkFlatDropBtn.h"
+#include "QkDlg/QkFlatRadio.h"
+#include "QkDlg/QkFlatSettingsBtn.h"
+#include "QkDlg/QkFlatSplitBtn.h"
+#include "QkDlg/QkFlatToggleBtn.h"
 
 namespace QkDlg {
 
@@ -26,6 +32,12 @@ struct TypeRow {
 constexpr std::array kTypes{
     TypeRow{QK_PUSH_BUTTON, &make<QkFlatBtn>},
     TypeRow{QK_BLUE_BUTTON, &make<QkFlatBlueBtn>},
+    TypeRow{QK_SETTINGS_BUTTON, &make<QkFlatSettingsBtn>},
+    TypeRow{QK_SPLIT_BUTTON, &make<QkFlatSplitBtn>},
+    TypeRow{QK_DROP_BUTTON, &make<QkFlatDropBtn>},
+    TypeRow{QK_RADIO_BUTTON, &make<QkFlatRadio>},
+    TypeRow{QK_CHECK_BOX, &make<QkFlatCheckbox>},
+    TypeRow{QK_TOGGLE, &make<QkFlatToggleBtn>},
 };
 
 }  // namespace

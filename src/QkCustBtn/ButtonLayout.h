@@ -26,6 +26,11 @@ struct ButtonLayout {
     int imageX = 0;
     int imageY = 0;
 
+    /// The image itself, drawn at its size.
+    [[nodiscard]] Rect imagePlace(const Size& size) const {
+        return {imageX, imageY, imageX + size.width, imageY + size.height};
+    }
+
     bool operator==(const ButtonLayout&) const = default;
 };
 

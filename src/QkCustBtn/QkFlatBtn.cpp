@@ -113,13 +113,16 @@ void QkFlatBtn::PaintContent(HDC dc, State state) {
     const ImageSide side = m_bImageAbove   ? ImageSide::Above
                            : m_bImageRight ? ImageSide::Right
                                            : ImageSide::Left;
-    const ButtonLayout layout = layOutButton(
-        {fromWin32(m_rcClip), bitmapSize(bitmap.get()), bitmap != nullptr, !caption.empty(), side,
-         imageAlignment(m_hWnd), m_bImageGap, captionPadding()});
-    m_rcItem = toWin32(layout.text);
-    if (!caption.empty()) {
+    const Size image = bitmapSize(bitmap.get());
+    const ButtonLayout layout =
+        layOutButton({fromWin32(m_rcClip), image, bitmap != nullptr, !caption.empty(), side,
+                      imageAlignment(m_hWnd), m_bImageGap, captionPadding()});
+    if (caption.empty()) {
+        // Nothing is written: the focus rectangle goes round the picture.
+        m_rcItem = toWin32(layout.imagePlace(image));
+    } else {
         DrawCaption(
-            dc, caption, m_rcItem,
+            dc, caption, toWin32(layout.text),
             captionAlignment(m_hWnd, static_cast<UINT>(m_nLayout), static_cast<UINT>(m_nImageGap)));
     }
     if (bitmap) {

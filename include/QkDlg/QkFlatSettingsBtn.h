@@ -1,0 +1,22 @@
+#pragma once
+
+#include "QkDlg/QkFlatBtn.h"
+
+namespace QkDlg {
+
+/// A gear without a caption, as large as its picture, with a border only under the mouse. Attach
+/// resizes the window about its centre.
+class QkFlatSettingsBtn : public QkFlatBtn {
+public:
+    explicit QkFlatSettingsBtn(UINT id);
+
+    /// Chooses the gear for the colour scheme anew and repaints.
+    void Refresh() override;
+    void OnMouseMove(int x, int y) override;
+    void OnMouseLeave() override;
+
+private:
+    void ChooseImage();
+};
+
+}  // namespace QkDlg

@@ -1,0 +1,58 @@
+#include "QkDlg/QkFlatToggleBase.h"
+
+#include <algorithm>
+#include <set>
+
+#include "QkUtil/Bitmaps.h"
+#include "QkUtil/Metrics.h"
+#include "QkUtil/Rects.h"
+#include "QkUtil/Resources.h"
+
+namespace QkDlg {
+
+namespace {
+
+/// The check boxes and radio buttons that exist.
+std::set<QkFlatToggleBase*>& registeredToggles() {
+    static std::set<QkFlatToggleBase*> toggles;
+    return toggles;
+}
+
+}  // namespace
+
+QkFlatToggleBase::QkFlatToggleBase(UINT id) : QkFlatBtn(id) {
+    m_clrBk = kNoColor;
+}
+
+QkFlatToggleBase::~QkFlatToggleBase() {
+    registeredToggles().erase(this);
+}
+
+int QkFlatToggleBase::OnAnimateColor(COLORREF) {
+    return 0;
+}
+
+int QkFlatToggleBase::GetContentWidth() {
+    const UniqueBitmap bitmap = LoadBitmapResource(m_images.idOf(0, dpiBucket(screenDpi())));
+    return bitmapSize(bitmap.get()).width + captionPadding();
+}
+
+int QkFlatToggleBase::GetCaptionRoom(HWND hwnd) {
+    const auto& toggles = registeredToggles();
+    const auto found = std::find_if(toggles.begin(), toggles.end(), [hwnd](const auto* toggle) {
+        return toggle->GetWindow() == hwnd;
+    });
+    const int width = clientRect(hwnd).right;
+    return found == toggles.end() ? width : width - (*found)->GetContentWidth();
+}
+
+void QkFlatToggleBase::RegisterToggle() {
+    registeredToggles().insert(this);
+}
+
+bool QkFlatToggleBase::IsChecked() const {
+    // The window is asked directly: in old dialogs several controls share one id.
+    return SendMessageW(m_hWnd, BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+}  // namespace QkDlg
