@@ -272,6 +272,8 @@ LRESULT CALLBACK QkFlatBtn::ButtonProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM
 
 void QkFlatBtn::InstallButtonProcedure() {
     installSubclass(m_hWnd, ButtonProc, *this);
+    // A window that is already on the screen shows the standard look.
+    Refresh();
 }
 
 // Attach
@@ -294,6 +296,7 @@ void QkFlatBtn::ResizeToImage() {
     const int height = image.height + margin;
     MoveWindow(m_hWnd, (old.left + old.right) / 2 - width / 2,
                (old.top + old.bottom) / 2 - height / 2, width, height, FALSE);
+    InvalidateRect(GetParent(m_hWnd), &old, TRUE);
 }
 
 }  // namespace QkDlg

@@ -49,7 +49,7 @@ SwitchLayout layoutOf(HWND hwnd) {
 /// Dialog units in pixels, also in a parent that is no dialog.
 SIZE switchSize(HWND parent) {
     RECT units{0, 0, kWidthInDialogUnits, kHeightInDialogUnits};
-    if (MapDialogRect(parent, &units))
+    if (MapDialogRect(parent, &units) && !IsRectEmpty(&units))
         return {units.right, units.bottom};
     const LONG base = GetDialogBaseUnits();
     return {MulDiv(kWidthInDialogUnits, LOWORD(base), 4),
@@ -249,6 +249,7 @@ void QkFlatToggleBtn::Attach(HWND hwnd) {
     ResizeToSwitch();
     installSubclass(hwnd, ToggleProc, *this);
     SetCaption(IsChecked());
+    Refresh();
 }
 
 void QkFlatToggleBtn::ResizeToSwitch() {

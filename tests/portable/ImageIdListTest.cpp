@@ -1,0 +1,52 @@
+#include "QkDlg/ImageIdList.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <vector>
+
+namespace {
+
+using QkDlg::ImageIdList;
+
+/// `images` images with ids from 1 on, ended as an array in a program is.
+ImageIdList listOf(unsigned images) {
+    std::vector<std::uint32_t> ids(std::size_t{images} * 8);
+    std::iota(ids.begin(), ids.end(), 1U);
+    ids.push_back(QkDlg::kImageIdEnd);
+    return ImageIdList(ids.data());
+}
+
+TEST(DpiBucket, ChangesExactlyAtItsLimits) {
+    const std::vector<int> firstOfBucket{0, 120, 144, 192, 240, 288, 384, 480};
+    for (unsigned bucket = 0; bucket < firstOfBucket.size(); ++bucket) {
+        EXPECT_EQ(QkDlg::dpiBucket(firstOfBucket[bucket]), bucket);
+        if (bucket > 0) {
+            EXPECT_EQ(QkDlg::dpiBucket(firstOfBucket[bucket] - 1), bucket - 1);
+        }
+    }
+    EXPECT_EQ(QkDlg::dpiBucket(10'000), 7U);
+}
+
+TEST(ImageIdList, HoldsUpToThreeImages) {
+    EXPECT_EQ(ImageIdList(nullptr).imageCount(), 0U);
+    for (const unsigned images : {0U, 1U, 2U, 3U})
+        EXPECT_EQ(listOf(images).imageCount(), images);
+}
+
+TEST(ImageIdList, FindsTheIdOfImageAndBucket) {
+    const ImageIdList two = listOf(2);
+    EXPECT_EQ(two.idOf(0, 7), 8U);
+    EXPECT_EQ(two.idOf(1, 2), 11U);
+    EXPECT_EQ(two.idOf(5, 2), 3U) << "an image past the last reads as the first";
+    EXPECT_EQ(listOf(3).idOf(2, 7), 24U);
+    EXPECT_EQ(ImageIdList::fromFirstId(62088).idOf(0, 3), 62091U);
+}
+
+TEST(ImageIdList, EmptyListHasNoImageInItsFirstThree) {
+    for (const unsigned image : {0U, 1U, 2U})
+        EXPECT_EQ(ImageIdList().idOf(image, 7), 0U);
+    EXPECT_EQ(listOf(0).idOf(0, 0), 0U) << "the terminator is no id";
+}
+
+}  // namespace

@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include "QkCustBtn/ButtonLayout.h"
+#include "QkCustBtn/SwitchLayout.h"
+#include "QkCustCtrl/CaptionLayout.h"
+#include "QkCustCtrl/FocusRect.h"
+
+namespace QkDlg {
+
+void PrintTo(const Rect& rect, std::ostream* out) {
+    *out << "(" << rect.left << "," << rect.top << ")-(" << rect.right << "," << rect.bottom << ")";
+}
+
+namespace {
+
+ButtonContent imageAndCaption() {
+    ButtonContent content;
+    content.client = {0, 0, 100, 30};
+    content.image = {16, 10};
+    content.hasImage = true;
+    content.padding = 6;
+    return content;
+}
+
+TEST(ButtonLayout, CaptionAloneHasTheWholeButton) {
+    ButtonContent content;
+    content.client = {0, 0, 100, 30};
+    const ButtonLayout layout = layOutButton(content);
+    EXPECT_EQ(layout.text, content.client);
+    EXPECT_EQ(layout.image, Rect());
+}
+
+TEST(ButtonLayout, ImageStandsLeftOfTheCaption) {
+    ButtonContent content = imageAndCaption();
+    EXPECT_EQ(layOutButton(content), (ButtonLayout{{23, 0, 100, 30}, {0, 0, 22, 30}, 6, 10}));
+    content.imageGap = false;
+    EXPECT_EQ(layOutButton(content), (ButtonLayout{{17, 0, 100, 30}, {0, 0, 16, 30}, 0, 10}));
+}
+
+TEST(ButtonLayout, ImageStandsRightOfTheCaption) {
+    ButtonContent content = imageAndCaption();
+    content.side = ImageSide::Right;
+    EXPECT_EQ(layOutButton(content), (ButtonLayout{{0, 0, 77, 30}, {78, 0, 100, 30}, 78, 10}));
+    content.imageGap = false;
+    EXPECT_EQ(layOutButton(content).imageX, 84);
+}
+
+TEST(ButtonLayout, ImageStandsAboveTheCaptionWithoutTouchingIt) {
+    ButtonContent content = imageAndCaption();
+    content.client.bottom = 60;
+    content.side = ImageSide::Above;
+    EXPECT_EQ(layOutButton(content), (ButtonLayout{{0, 23, 100, 60}, {0, 0, 100, 22}, 42, 6}));
+}
+
+TEST(ButtonLayout, ImageAloneIsCentred) {
+    ButtonContent content = imageAndCaption();
+    content.hasCaption = false;
+    EXPECT_EQ(layOutButton(content), (ButtonLayout{{0, 0, 0, 30}, content.client, 42, 10}));
+    content.alignment = ImageAlignment::Top;
+    EXPECT_EQ(layOutButton(content).imageY, 0);
+    content.alignment = ImageAlignment::Bottom;
+    EXPECT_EQ(layOutButton(content).imageY, 20);
+}
+
+CaptionBox captionBox(Horizontal horizontal, Vertical vertical) {
+    return {{10, 0, 110, 40}, 6, horizontal, vertical, false};
+}
+
+TEST(CaptionLayout, PlacesTheMeasuredTextByItsAlignment) {
+    const Rect measured{16, 6, 46, 20};
+    EXPECT_EQ(captionBox(Horizontal::Left, Vertical::Top).placed(measured), measured);
+    EXPECT_EQ(captionBox(Horizontal::Centre, Vertical::Centre).placed(measured),
+              (Rect{45, 13, 75, 27}));
+    EXPECT_EQ(captionBox(Horizontal::Right, Vertical::Bottom).placed(measured),
+              (Rect{74, 20, 104, 34}));
+}
+
+TEST(CaptionLayout, OnlyOneLineIsKeptInsideTheMargin) {
+    const Rect tooWide{16, 6, 300, 20};
+    CaptionBox box = captionBox(Horizontal::Left, Vertical::Top);
+    EXPECT_EQ(box.placed(tooWide).right, 104);
+    box.wordBreak = true;
+    EXPECT_EQ(box.placed(tooWide).right, 300);
+}
+
+TEST(FocusRect, GoesRoundTheContentButNotBeyondTheClip) {
+    EXPECT_EQ(focusRectAround({20, 1, 80, 29}, {0, 0, 81, 30}, 2), (Rect{18, 0, 81, 30}));
+    EXPECT_TRUE(hasArea({0, 0, 1, 1}));
+    EXPECT_FALSE(hasArea({0, 0, 0, 10}));
+    EXPECT_FALSE(hasArea({2, 2, -2, -2})) << "a window smaller than the insets";
+}
+
+TEST(SwitchLayout, PartsTheClientIntoCaptionAndTrack) {
+    const SwitchLayout layout = SwitchLayout::of({0, 0, 104, 24}, 2);
+    EXPECT_EQ(layout.caption, (Rect{2, 2, 35, 22}));
+    EXPECT_EQ(layout.track, (Rect{36, 2, 102, 22}));
+    EXPECT_EQ(layout.thumbAtRest(false), (Rect{36, 2, 52, 22}));
+    EXPECT_EQ(layout.thumbAtRest(true), (Rect{86, 2, 102, 22}));
+}
+
+TEST(SwitchLayout, DraggedThumbStopsAtTheEndsAndDecidesByTheCentre) {
+    const SwitchLayout layout = SwitchLayout::of({0, 0, 104, 24}, 2);
+    const Rect thumb = layout.thumbAtRest(false);
+    EXPECT_EQ(layout.thumbDragged(thumb, -500), thumb);
+    EXPECT_EQ(layout.thumbDragged(thumb, 500), layout.thumbAtRest(true));
+    EXPECT_EQ(layout.thumbDragged(thumb, 7), (Rect{43, 2, 59, 22}));
+    EXPECT_FALSE(layout.checkedAt({61, 2, 77, 22})) << "centre on the track's centre";
+    EXPECT_TRUE(layout.checkedAt({62, 2, 78, 22}));
+}
+
+TEST(SwitchLayout, TinyWindowKeepsTheThumbInPlace) {
+    const SwitchLayout layout = SwitchLayout::of({0, 0, 3, 3}, 2);
+    const Rect thumb = layout.thumbDragged(layout.thumbAtRest(true), 10);
+    EXPECT_LE(thumb.left, layout.track.left);
+}
+
+}  // namespace
+}  // namespace QkDlg

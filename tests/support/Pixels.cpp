@@ -1,0 +1,247 @@
+#include "support/Pixels.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <utility>
+
+#include "support/MessageLoop.h"
+
+namespace QkDlgTest {
+
+namespace {
+
+constexpr int kDesktopDelay = 10;
+constexpr std::uint32_t kColourBits = 0xFFFFFF;
+
+// 0x00RRGGBB to 0x00BBGGRR and back.
+std::uint32_t swapped(std::uint32_t pixel) {
+    return (pixel & 0x00FF00) | ((pixel >> 16) & 0xFF) | ((pixel & 0xFF) << 16);
+}
+
+BITMAPINFO formatOf(int width, int height) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;  // the top row comes first
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    return info;
+}
+
+// A memory DC with a bitmap whose pixels can be taken away.
+class Canvas {
+public:
+    Canvas(int width, int height) : width_(width), height_(height) {
+        const BITMAPINFO info = formatOf(width, height);
+        void* bits = nullptr;
+        bitmap_ = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+        EXPECT_NE(bitmap_, nullptr) << "no bitmap of " << width << " x " << height;
+        bits_ = static_cast<std::uint32_t*>(bits);
+        before_ = SelectObject(dc_, bitmap_);
+    }
+    ~Canvas() {
+        SelectObject(dc_, before_);
+        DeleteObject(bitmap_);
+        DeleteDC(dc_);
+    }
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+
+    [[nodiscard]] HDC dc() const { return dc_; }
+
+    [[nodiscard]] Image image() const {
+        GdiFlush();
+        std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width_ * height_));
+        if (bits_)
+            std::transform(bits_, bits_ + pixels.size(), pixels.begin(),
+                           [](std::uint32_t pixel) { return pixel & kColourBits; });
+        return {width_, height_, std::move(pixels)};
+    }
+
+private:
+    int width_;
+    int height_;
+    HDC dc_ = CreateCompatibleDC(nullptr);
+    HBITMAP bitmap_ = nullptr;
+    std::uint32_t* bits_ = nullptr;
+    HGDIOBJ before_ = nullptr;
+};
+
+Image copied(HWND window, const RECT& rect) {
+    const int width = std::max<LONG>(rect.right - rect.left, 1);
+    const int height = std::max<LONG>(rect.bottom - rect.top, 1);
+    const Canvas canvas(width, height);
+    const HDC source = GetDC(window);
+    // Read as it lies on the screen; a mirrored DC would turn the picture round.
+    const DWORD layout = SetLayout(source, 0);
+    BitBlt(canvas.dc(), 0, 0, width, height, source, rect.left, rect.top, SRCCOPY);
+    SetLayout(source, layout);
+    ReleaseDC(window, source);
+    return canvas.image();
+}
+
+void keepForLooking(const Image& image, const char* kind) {
+    const char* const folder = std::getenv("QKDLG_TEST_PICTURES");
+    const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
+    if (!folder || !test)
+        return;
+    image.saveBmp(std::string(folder) + "/" + test->test_suite_name() + "." + test->name() + "." +
+                  kind + ".bmp");
+}
+
+class LooksLike {
+public:
+    using is_gtest_matcher = void;
+
+    explicit LooksLike(Image expected) : expected_(std::move(expected)) {}
+
+    bool MatchAndExplain(const Image& image, std::ostream* out) const {
+        if (image == expected_)
+            return true;
+        keepForLooking(image, "actual");
+        keepForLooking(expected_, "expected");
+        if (const auto at = image.firstDifference(expected_); at && out)
+            *out << "which has " << hex(image.at(at->x, at->y)) << " instead of "
+                 << hex(expected_.at(at->x, at->y)) << " at " << at->x << ", " << at->y;
+        return false;
+    }
+    void DescribeTo(std::ostream* out) const { *out << "looks like " << expected_; }
+    void DescribeNegationTo(std::ostream* out) const { *out << "does not look like " << expected_; }
+
+private:
+    Image expected_;
+};
+
+}  // namespace
+
+std::ostream& operator<<(std::ostream& out, const Box& box) {
+    return out << "(" << box.left << ", " << box.top << ")-(" << box.right << ", " << box.bottom
+               << ")";
+}
+
+Box clientBox(HWND window) {
+    RECT rect{};
+    GetClientRect(window, &rect);
+    return Box(rect);
+}
+
+Box windowBox(HWND window) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    return Box(rect);
+}
+
+std::string hex(COLORREF colour) {
+    char text[16];
+    std::snprintf(text, sizeof text, "#%06x", static_cast<unsigned>(swapped(colour)));
+    return text;
+}
+
+Image::Image(int width, int height, std::vector<std::uint32_t> pixels)
+    : width_(width), height_(height), pixels_(std::move(pixels)) {}
+
+COLORREF Image::at(int x, int y) const {
+    if (x < 0 || x >= width_ || y < 0 || y >= height_) {
+        ADD_FAILURE() << "no pixel " << x << ", " << y << " in an " << *this;
+        return CLR_INVALID;
+    }
+    return swapped(pixels_[static_cast<std::size_t>(y * width_ + x)]);
+}
+
+int Image::count(COLORREF colour) const {
+    return static_cast<int>(std::count(pixels_.begin(), pixels_.end(), swapped(colour)));
+}
+
+std::optional<Box> Image::boundingBoxOf(const Predicate& wanted) const {
+    std::optional<Box> box;
+    for (int y = 0; y < height_; ++y) {
+        for (int x = 0; x < width_; ++x) {
+            if (!wanted(at(x, y)))
+                continue;
+            if (!box)
+                box = Box(x, y, x + 1, y + 1);
+            box->left = std::min<LONG>(box->left, x);
+            box->right = std::max<LONG>(box->right, x + 1);
+            box->bottom = y + 1;
+        }
+    }
+    return box;
+}
+
+std::optional<Box> Image::boundingBoxOf(COLORREF colour) const {
+    return boundingBoxOf([colour](COLORREF pixel) { return pixel == colour; });
+}
+
+Image Image::part(const Box& box) const {
+    std::vector<std::uint32_t> pixels;
+    for (int y = box.top; y < box.bottom; ++y) {
+        for (int x = box.left; x < box.right; ++x)
+            pixels.push_back(swapped(at(x, y)));
+    }
+    return {box.right - box.left, box.bottom - box.top, std::move(pixels)};
+}
+
+Image Image::mirrored() const {
+    Image result = *this;
+    for (auto row = result.pixels_.begin(); row != result.pixels_.end(); row += width_)
+        std::reverse(row, row + width_);
+    return result;
+}
+
+std::optional<POINT> Image::firstDifference(const Image& other) const {
+    if (width_ != other.width_ || height_ != other.height_)
+        return std::nullopt;
+    const auto at = std::mismatch(pixels_.begin(), pixels_.end(), other.pixels_.begin()).first;
+    if (at == pixels_.end())
+        return std::nullopt;
+    const auto index = static_cast<LONG>(at - pixels_.begin());
+    return POINT{index % width_, index / width_};
+}
+
+void Image::saveBmp(const std::string& path) const {
+    const BITMAPINFO info = formatOf(width_, height_);
+    const DWORD bytes = static_cast<DWORD>(pixels_.size() * sizeof pixels_[0]);
+    BITMAPFILEHEADER header{};
+    header.bfType = 0x4D42;
+    header.bfOffBits = sizeof header + sizeof info.bmiHeader;
+    header.bfSize = header.bfOffBits + bytes;
+    std::ofstream file(path, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(&header), sizeof header);
+    file.write(reinterpret_cast<const char*>(&info.bmiHeader), sizeof info.bmiHeader);
+    file.write(reinterpret_cast<const char*>(pixels_.data()), static_cast<std::streamsize>(bytes));
+    EXPECT_TRUE(file.good()) << "cannot write " << path;
+}
+
+std::ostream& operator<<(std::ostream& out, const Image& image) {
+    return out << "image of " << image.width() << " x " << image.height();
+}
+
+Image onScreen(HWND window) {
+    RECT rect{};
+    GetClientRect(window, &rect);
+    return copied(window, rect);
+}
+
+Image onDesktop(const RECT& rect) {
+    pump(kDesktopDelay);
+    return copied(nullptr, rect);
+}
+
+Image printed(HWND window, LPARAM flags, COLORREF ground) {
+    RECT rect{};
+    GetClientRect(window, &rect);
+    const Canvas canvas(std::max<LONG>(rect.right, 1), std::max<LONG>(rect.bottom, 1));
+    const HBRUSH brush = CreateSolidBrush(ground);
+    FillRect(canvas.dc(), &rect, brush);
+    DeleteObject(brush);
+    SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc()), flags);
+    return canvas.image();
+}
+
+testing::Matcher<const Image&> looksLike(const Image& expected) {
+    return LooksLike(expected);
+}
+
+}  // namespace QkDlgTest

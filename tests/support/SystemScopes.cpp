@@ -1,0 +1,84 @@
+#include "support/SystemScopes.h"
+
+namespace QkDlgTest {
+
+namespace {
+
+bool highContrast = false;
+std::optional<int> screenDepth;
+std::optional<int> dotsPerInch;
+
+// Not through the import table, which is what the scopes change.
+template <typename Function>
+Function* systemFunction(const wchar_t* library, const char* name) {
+    return reinterpret_cast<Function*>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(library), name)));
+}
+
+BOOL WINAPI answerParameters(UINT action, UINT number, void* data, UINT flags) {
+    static auto* const real =
+        systemFunction<decltype(SystemParametersInfoW)>(L"user32", "SystemParametersInfoW");
+    const BOOL result = real(action, number, data, flags);
+    if (action != SPI_GETHIGHCONTRAST || !data)
+        return result;
+    auto& answer = *static_cast<HIGHCONTRASTW*>(data);
+    answer.dwFlags = highContrast ? answer.dwFlags | HCF_HIGHCONTRASTON
+                                  : answer.dwFlags & ~static_cast<DWORD>(HCF_HIGHCONTRASTON);
+    return TRUE;
+}
+
+int WINAPI answerDeviceCaps(HDC dc, int index) {
+    static auto* const real = systemFunction<decltype(GetDeviceCaps)>(L"gdi32", "GetDeviceCaps");
+    if (index == BITSPIXEL && screenDepth)
+        return *screenDepth;
+    if ((index == LOGPIXELSX || index == LOGPIXELSY) && dotsPerInch)
+        return *dotsPerInch;
+    return real(dc, index);
+}
+
+void setColours(const SystemColours::List& colours) {
+    for (const auto& [index, colour] : colours)
+        SetSysColors(1, &index, &colour);
+}
+
+}  // namespace
+
+HighContrast::HighContrast(HMODULE module)
+    : before_(std::exchange(highContrast, true)),
+      patch_("SystemParametersInfoW", &answerParameters, module) {}
+
+HighContrast::~HighContrast() {
+    highContrast = before_;
+}
+
+void HighContrast::turn(bool on) {
+    highContrast = on;
+}
+
+ScreenDepth::ScreenDepth(int bits, HMODULE module)
+    : before_(std::exchange(screenDepth, bits)),
+      patch_("GetDeviceCaps", &answerDeviceCaps, module) {}
+
+ScreenDepth::~ScreenDepth() {
+    screenDepth = before_;
+}
+
+ScreenDpi::ScreenDpi(int dpi, HMODULE module)
+    : before_(std::exchange(dotsPerInch, dpi)),
+      patch_("GetDeviceCaps", &answerDeviceCaps, module) {}
+
+ScreenDpi::~ScreenDpi() {
+    dotsPerInch = before_;
+}
+
+SystemColours::SystemColours(const List& colours) {
+    for (const auto& [index, colour] : colours)
+        before_.emplace_back(index, GetSysColor(index));
+    setColours(colours);
+}
+
+SystemColours::~SystemColours() {
+    setColours(before_);
+}
+
+}  // namespace QkDlgTest

@@ -1,0 +1,263 @@
+#include <array>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "QkDlg/QkFlatCheckbox.h"
+#include "QkDlg/QkFlatRadio.h"
+#include "support/Paper.h"
+#include "support/WindowTest.h"
+
+using namespace QkDlg;
+using namespace QkDlgTest;
+
+namespace {
+
+constexpr int kFirst = 101;
+constexpr int kSecond = 102;
+constexpr int kThird = 103;
+
+constexpr COLORREF kAccent = RGB(27, 118, 192);
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+
+class ToggleTest : public WindowTest {
+protected:
+    HWND add(int id, DWORD style, const wchar_t* text = L"&Text", HostDialog* host = nullptr) {
+        return (host ? *host : host_)
+            .add(L"button", text, style | WS_TABSTOP,
+                 scaledArea(20, 20 + 40 * ((id - kFirst) % 5), 140, 24), id);
+    }
+
+    template <typename Control>
+    Control& flatten(HWND window) {
+        auto control = std::make_unique<Control>(static_cast<UINT>(GetDlgCtrlID(window)));
+        Control& made = *control;
+        made.Attach(window);
+        controls_.push_back(std::move(control));
+        drain();
+        return made;
+    }
+
+    [[nodiscard]] UINT state(int id) const { return IsDlgButtonChecked(host_.window(), id); }
+
+    /// The picture as it is on the screen, which must need no further painting.
+    static Image mark(HWND toggle) {
+        EXPECT_FALSE(GetUpdateRect(toggle, nullptr, FALSE)) << "something waits to be painted";
+        const Image whole = onScreen(toggle);
+        EXPECT_THAT(whole, looksLike(printed(toggle)));
+        const int edge = bitmapEdge();
+        const int top = (whole.height() - edge) / 2;
+        return whole.part({0, top, edge, top + edge});
+    }
+    static bool showsMark(HWND toggle) { return mark(toggle).contains(kAccent); }
+
+    static int bitmapEdge() {
+        constexpr std::array<int, 8> edges{16, 20, 24, 32, 40, 48, 64, 80};
+        return edges.at(dpiBucket(QkDlgTest::screenDpi()));
+    }
+
+    HostDialog host_{{.width = scaled(400), .height = scaled(260)}};
+    std::vector<std::unique_ptr<QkCustomControl>> controls_;
+};
+
+TEST_F(ToggleTest, CheckBoxShowsEachChangeAtOnce) {
+    const HWND box = add(kFirst, BS_AUTOCHECKBOX);
+    flatten<QkFlatCheckbox>(box);
+    EXPECT_FALSE(showsMark(box));
+    click(box);
+    EXPECT_EQ(state(kFirst), BST_CHECKED);
+    EXPECT_TRUE(showsMark(box));
+    keyTap(VK_SPACE);
+    EXPECT_EQ(state(kFirst), BST_UNCHECKED);
+    EXPECT_FALSE(showsMark(box));
+    CheckDlgButton(host_.window(), kFirst, BST_CHECKED);
+    EXPECT_TRUE(showsMark(box));
+    EnableWindow(box, FALSE);
+    EXPECT_FALSE(showsMark(box)) << "the disabled picture is grey";
+    const Image disabled = mark(box);
+    CheckDlgButton(host_.window(), kFirst, BST_UNCHECKED);
+    EXPECT_NE(mark(box), disabled) << "but still tells checked from unchecked";
+}
+
+TEST_F(ToggleTest, ManualCheckBoxChangesOnlyWhenTheHostSaysSo) {
+    const HWND box = add(kFirst, BS_CHECKBOX);
+    flatten<QkFlatCheckbox>(box);
+    click(box);
+    EXPECT_EQ(host_.timesHeard(command(kFirst, BN_CLICKED)), 1);
+    EXPECT_FALSE(showsMark(box));
+}
+
+TEST_F(ToggleTest, IndeterminateShowsTheUncheckedPicture) {
+    const HWND box = add(kFirst, BS_AUTO3STATE);
+    flatten<QkFlatCheckbox>(box);
+    const Image unchecked = mark(box);
+    CheckDlgButton(host_.window(), kFirst, BST_INDETERMINATE);
+    EXPECT_THAT(mark(box), looksLike(unchecked));
+    CheckDlgButton(host_.window(), kFirst, BST_CHECKED);
+    EXPECT_TRUE(showsMark(box));
+}
+
+TEST_F(ToggleTest, RadioSiblingsChangeWithTheOneThatIsChosen) {
+    const HWND first = add(kFirst, BS_AUTORADIOBUTTON | WS_GROUP);
+    const HWND second = add(kSecond, BS_AUTORADIOBUTTON);
+    const HWND third = add(kThird, BS_AUTORADIOBUTTON);
+    for (const HWND radio : {first, second, third})
+        flatten<QkFlatRadio>(radio);
+    click(first);
+    EXPECT_TRUE(showsMark(first));
+    click(second);
+    EXPECT_FALSE(showsMark(first));
+    EXPECT_TRUE(showsMark(second));
+    keyTap(VK_DOWN);
+    EXPECT_EQ(GetFocus(), third);
+    EXPECT_EQ(state(kThird), BST_CHECKED);
+    EXPECT_TRUE(showsMark(third));
+    EXPECT_FALSE(showsMark(second));
+    keyTap(VK_UP);
+    EXPECT_TRUE(showsMark(second));
+    EXPECT_FALSE(showsMark(third));
+}
+
+TEST_F(ToggleTest, ParentHearsWhatPlainTogglesTell) {
+    const auto heardFrom = [&](bool makeFlat) {
+        HostDialog host({.width = scaled(400), .height = scaled(260)});
+        const HWND check = add(kFirst, BS_AUTOCHECKBOX | BS_NOTIFY, L"&Check", &host);
+        const HWND one = add(kSecond, BS_AUTORADIOBUTTON | WS_GROUP | BS_NOTIFY, L"&One", &host);
+        const HWND two = add(kThird, BS_AUTORADIOBUTTON | BS_NOTIFY, L"&Two", &host);
+        if (makeFlat) {
+            flatten<QkFlatCheckbox>(check);
+            flatten<QkFlatRadio>(one);
+            flatten<QkFlatRadio>(two);
+        }
+        click(check);
+        doubleClick(check);
+        keyTap(VK_SPACE);
+        keyTap(VK_TAB);
+        click(two);
+        keyTap(VK_UP);
+        keyDown(VK_MENU);
+        keyTap('C');
+        keyUp(VK_MENU);
+        CheckDlgButton(host.window(), kFirst, BST_CHECKED);
+        CheckRadioButton(host.window(), kSecond, kThird, kThird);
+        return host.heard();
+    };
+    const HeardList plain = heardFrom(false);
+    EXPECT_GT(plain.size(), 8u);
+    EXPECT_EQ(heardFrom(true), plain);
+}
+
+TEST_F(ToggleTest, FaceIsTheParentsAndNeverFades) {
+    const HWND box = add(kFirst, BS_AUTOCHECKBOX, L"");
+    flatten<QkFlatCheckbox>(box);
+    const auto corner = [&] { return onScreen(box).at(scaled(100), 1); };
+    EXPECT_EQ(corner(), kWhite);
+    moveTo(box);
+    pump(150);
+    EXPECT_EQ(corner(), kWhite);
+    press();
+    EXPECT_EQ(corner(), kWhite);
+    release();
+}
+
+TEST_F(ToggleTest, LeftTextPutsThePictureOnTheRight) {
+    const HWND box = add(kFirst, BS_AUTOCHECKBOX | BS_LEFTTEXT, L"");
+    SetWindowTextW(box, L"i");
+    flatten<QkFlatCheckbox>(box);
+    CheckDlgButton(host_.window(), kFirst, BST_CHECKED);
+    const auto blue = onScreen(box).boundingBoxOf(kAccent);
+    ASSERT_TRUE(blue);
+    EXPECT_GE(blue->left, scaled(140) - bitmapEdge());
+}
+
+TEST_F(ToggleTest, CaptionRoomIsWhatThePictureLeaves) {
+    const HWND box = add(kFirst, BS_AUTOCHECKBOX);
+    const HWND plain = add(kSecond, BS_AUTOCHECKBOX);
+    flatten<QkFlatCheckbox>(box);
+    EXPECT_EQ(QkFlatToggleBase::GetCaptionRoom(box), scaled(140) - bitmapEdge() - scaled(6));
+    EXPECT_EQ(QkFlatToggleBase::GetCaptionRoom(plain), scaled(140));
+    controls_.clear();
+    EXPECT_EQ(QkFlatToggleBase::GetCaptionRoom(box), scaled(140));
+}
+
+TEST_F(ToggleTest, HighContrastDrawsPlainShapes) {
+    const SystemColours scheme({{COLOR_WINDOW, RGB(0, 0, 0)}, {COLOR_BTNFACE, RGB(0, 0, 0)}});
+    const HWND box = add(kFirst, BS_AUTOCHECKBOX, L"");
+    SetWindowTextW(box, L" ");
+    const HWND radio = add(kSecond, BS_AUTORADIOBUTTON, L" ");
+    flatten<QkFlatCheckbox>(box);
+    flatten<QkFlatRadio>(radio);
+    const HighContrast contrast;
+    for (const HWND toggle : {box, radio})
+        SendMessageW(toggle, BM_SETCHECK, BST_CHECKED, 0);
+
+    const int edge = bitmapEdge();
+    const int line = edge < 32 ? 2 : edge / 16;
+    const Image boxMark = mark(box);
+    EXPECT_EQ(boxMark.at(0, 0), kWhite);
+    EXPECT_EQ(boxMark.at(line - 1, edge / 3), kWhite);
+    EXPECT_NE(boxMark.at(line, edge / 3), kWhite);
+    const int side = edge / 4;
+    const int offset = (edge - side) / 2;
+    const auto square = boxMark.part({line, line, edge - line, edge - line}).boundingBoxOf(kWhite);
+    EXPECT_EQ(square,
+              Box(offset - line, offset - line, offset - line + side, offset - line + side));
+
+    const Image radioMark = mark(radio);
+    EXPECT_EQ(radioMark.at(edge / 2, edge / 2), kWhite) << "the dot";
+    EXPECT_EQ(radioMark.at(0, 0), RGB(0, 0, 0)) << "outside the circle";
+    const auto dotLeft = 2 * line + 1;
+    EXPECT_EQ(radioMark.at(dotLeft + 1, edge / 2), kWhite);
+    EXPECT_EQ(radioMark.at(edge / 2, 2 * line - 1), RGB(0, 0, 0)) << "between circle and dot";
+}
+
+TEST_F(ToggleTest, CheckBoxFromCodeIsFlatAndPaintsForCustomDraw) {
+    const auto box = QkFlatCheckbox::CreateInParent(
+        host_.window(), GetModuleHandleW(nullptr), kFirst,
+        {scaled(20), scaled(20), scaled(140), scaled(24)}, L"Made by code");
+    ASSERT_NE(box, nullptr);
+    drain();
+    const HWND window = box->GetWindow();
+    EXPECT_EQ(GetWindowLongPtrW(window, GWL_STYLE) & 0xFFFF000F, 0x50010003);
+    click(window);
+    EXPECT_TRUE(showsMark(window));
+    const HDC dc = GetDC(window);
+    RECT client{};
+    GetClientRect(window, &client);
+    FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    NMCUSTOMDRAW draw{};
+    draw.hdr = {window, kFirst, static_cast<UINT>(NM_CUSTOMDRAW)};
+    draw.hdc = dc;
+    draw.dwDrawStage = CDDS_PREERASE;
+    const auto notify = [&] {
+        return SendMessageW(host_.window(), WM_NOTIFY, kFirst, reinterpret_cast<LPARAM>(&draw));
+    };
+    EXPECT_EQ(notify(), CDRF_SKIPDEFAULT);
+    ReleaseDC(window, dc);
+    EXPECT_TRUE(showsMark(window));
+    draw.dwDrawStage = CDDS_PREPAINT;
+    EXPECT_EQ(notify(), 0);
+}
+
+TEST_F(ToggleTest, PaintingAndChangingLeakNothing) {
+    const HWND box = add(kFirst, BS_AUTOCHECKBOX);
+    const HWND radio = add(kSecond, BS_AUTORADIOBUTTON);
+    auto& checkbox = flatten<QkFlatCheckbox>(box);
+    auto& radioButton = flatten<QkFlatRadio>(radio);
+    std::optional<HighContrast> contrast;
+    for (const bool highContrast : {false, true}) {
+        if (highContrast)
+            contrast.emplace();
+        const Paper paper(box);
+        EXPECT_TRUE(doesNotLeak(paintRounds(), [&] {
+            checkbox.Paint(paper.dc());
+            radioButton.Paint(paper.dc());
+        }));
+    }
+    EXPECT_TRUE(doesNotLeak(paintRounds() / 20, [&] {
+        for (const HWND toggle : {box, radio})
+            SendMessageW(toggle, BM_SETCHECK, ~SendMessageW(toggle, BM_GETCHECK, 0, 0) & 1, 0);
+    }));
+}
+
+}  // namespace
