@@ -15,11 +15,9 @@ INT_PTR compoundHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 std::span<const Page> pages() {
     static constexpr Page kPages[] = {
         {L"push", L"Push buttons", IDD_PAGE_PUSH, pushControls},
-        {L"toggles", L"Check boxes and radio buttons", IDD_PAGE_TOGGLES, toggleControls,
-         toggleHook},
+        {L"toggles", L"Check and radio", IDD_PAGE_TOGGLES, toggleControls, toggleHook},
         {L"switches", L"Switches", IDD_PAGE_SWITCHES, switchControls, switchHook},
-        {L"compound", L"Split, drop-down, settings", IDD_PAGE_COMPOUND, compoundControls,
-         compoundHook},
+        {L"compound", L"Compound buttons", IDD_PAGE_COMPOUND, compoundControls, compoundHook},
     };
     return kPages;
 }
