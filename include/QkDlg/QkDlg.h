@@ -20,7 +20,7 @@ extern "C" {
 #endif
 
 /* The object behind a flat control. Opaque: keep it, and hand it to DeleteQkCustomControl. */
-typedef struct QkControlObject QkControlObject;
+typedef struct QkControlObject QkControlObject; /* NOLINT(modernize-use-using): this is C */
 
 /* What a control becomes. Any other number gives a QK_PUSH_BUTTON. */
 enum QkControlType {

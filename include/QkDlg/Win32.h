@@ -7,7 +7,7 @@
 #define UNICODE
 #endif
 #ifndef _UNICODE
-#define _UNICODE
+#define _UNICODE  // NOLINT(bugprone-reserved-identifier): the C library's own name
 #endif
 #ifndef NOMINMAX
 #define NOMINMAX
