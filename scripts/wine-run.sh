@@ -53,7 +53,7 @@ remove_output() { rm -rf "$out"; }
 on_exit remove_output
 : >"$out/1"
 : >"$out/2"
-wine "$@" </dev/null >"$out/1" 2>"$out/2" 7>&- 8>&- 9>&- &
+on_one_core wine "$@" </dev/null >"$out/1" 2>"$out/2" 7>&- 8>&- 9>&- &
 program=$!
 stop_program() { [[ -z $program ]] || kill -KILL "$program" 2>/dev/null; }
 on_exit stop_program
