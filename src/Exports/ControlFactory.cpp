@@ -7,10 +7,15 @@
 #include "QkDlg/QkFlatBlueBtn.h"
 #include "QkDlg/QkFlatBtn.h"
 #include "QkDlg/QkFlatCheckbox.h"
+#include "QkDlg/QkFlatComboBoxDropdownList.h"
 #include "QkDlg/QkFlatDropBtn.h"
+#include "QkDlg/QkFlatEdit.h"
+#include "QkDlg/QkFlatPassword.h"
+#include "QkDlg/QkFlatProgressBar.h"
 #include "QkDlg/QkFlatRadio.h"
 #include "QkDlg/QkFlatSettingsBtn.h"
 #include "QkDlg/QkFlatSplitBtn.h"
+#include "QkDlg/QkFlatStaticText.h"
 #include "QkDlg/QkFlatToggleBtn.h"
 
 namespace QkDlg {
@@ -38,6 +43,11 @@ constexpr std::array kTypes{
     TypeRow{QK_RADIO_BUTTON, &make<QkFlatRadio>},
     TypeRow{QK_CHECK_BOX, &make<QkFlatCheckbox>},
     TypeRow{QK_TOGGLE, &make<QkFlatToggleBtn>},
+    TypeRow{QK_STATIC_TEXT, &make<QkFlatStaticText>},
+    TypeRow{QK_EDIT, &make<QkFlatEdit>},
+    TypeRow{QK_PROGRESS_BAR, &make<QkFlatProgressBar>},
+    TypeRow{QK_PASSWORD, &make<QkFlatPassword>},
+    TypeRow{QK_COMBO_DROPDOWN_LIST, &make<QkFlatComboBoxDropdownList>},
 };
 
 }  // namespace

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+
+#include "QkDlg/QkCustomControl.h"
+
+namespace QkDlg {
+
+/// Base of the flat combo boxes, one class for each standard style. A combo and its list are
+/// subclassed, lose their 3-D edges and get borders of one pixel. Selecting, typing, dropping
+/// down, the keyboard, the wheel and the notifications stay the standard combo's own.
+class QkFlatComboBoxBase : public QkCustomControl {
+public:
+    ~QkFlatComboBoxBase() override;
+
+    /// A combo without an item or a list raises the assertion report; a drop-down list without an
+    /// item window is its own item.
+    void Attach(HWND hwnd) override;
+    /// No focus rectangle: the caret or the filled item shows the focus.
+    void DrawFocus(HDC hdc) override;
+
+    /// Paints the combo; here just its border.
+    virtual void Paint(HDC hdc);
+    virtual void DrawItemBorder();
+    virtual void DrawListBorder();
+
+    /// The edit or the item; null before Attach.
+    [[nodiscard]] HWND GetItemWindow() const { return m_comboInfo.hwndItem; }
+    /// Null before Attach and after the list's end.
+    [[nodiscard]] HWND GetListWindow() const { return m_listWindow; }
+
+protected:
+    explicit QkFlatComboBoxBase(UINT id);
+
+    /// Puts the list under the item: so much wider on each side, so far below.
+    void AlignList(int overhang, int gap);
+
+    /// COMBOBOXINFO of a combo; a drop-down list that names no item is its own.
+    [[nodiscard]] static COMBOBOXINFO ComboInfo(HWND combo);
+
+    COMBOBOXINFO m_comboInfo{};                       ///< item and list, as found by Attach
+    std::unique_ptr<QkCustomControl> m_innerControl;  ///< the flat edit of the edit item, if any
+    HWND m_listWindow = nullptr;                      ///< the list
+
+    int m_listOverhang = 0;  ///< how much wider the list is on each side of the item
+    int m_listGap = 0;       ///< how far it is below
+
+private:
+    static LRESULT CALLBACK ComboProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                      UINT_PTR id, DWORD_PTR referenceData);
+    static LRESULT CALLBACK ListProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR id, DWORD_PTR referenceData);
+
+    [[nodiscard]] bool IsItsOwnItem() const { return m_comboInfo.hwndItem == m_hWnd; }
+    [[nodiscard]] bool ItemHasBorder() const;
+    void OnPaint();
+    void OnSize();
+    [[nodiscard]] HBRUSH ColourItem(HDC hdc);
+};
+
+}  // namespace QkDlg

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "QkDlg/QkFlatComboBoxDropdownBase.h"
+
+namespace QkDlg {
+
+/// A flat combo box of style CBS_DROPDOWN: an edit, an arrow button and a list that drops down.
+class QkFlatComboBoxDropdown : public QkFlatComboBoxDropdownBase {
+public:
+    explicit QkFlatComboBoxDropdown(UINT id);
+    ~QkFlatComboBoxDropdown() override;
+
+    void Attach(HWND hwnd) override;
+    void Paint(HDC hdc) override;
+};
+
+}  // namespace QkDlg

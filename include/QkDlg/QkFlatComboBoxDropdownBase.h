@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+#include <type_traits>
+
+#include "QkDlg/ColourFade.h"
+#include "QkDlg/QkFlatComboBoxBase.h"
+
+namespace QkDlg {
+
+/// Base of the combo boxes whose list drops down: an arrow button that fades to the hover colour
+/// under the mouse.
+class QkFlatComboBoxDropdownBase : public QkFlatComboBoxBase {
+public:
+    ~QkFlatComboBoxDropdownBase() override;
+
+    /// The concrete class has set m_buttonWidth; 0 raises the assertion report.
+    void Attach(HWND hwnd) override;
+    void Refresh() override;
+    int OnAnimateColor(COLORREF colour) override;
+    void UpdateImage() override;
+    void OnMouseMove(int x, int y) override;
+    void OnMouseLeave() override;
+    void Paint(HDC hdc) override;
+
+    /// The arrow button in client coordinates.
+    [[nodiscard]] const RECT& GetButtonRect() const { return m_buttonRect; }
+
+protected:
+    explicit QkFlatComboBoxDropdownBase(UINT id);
+
+    /// The ground and the button, without the border. `dc` has the client's coordinates.
+    void PaintFace(HDC dc);
+
+    struct BitmapDeleter {
+        void operator()(HBITMAP bitmap) const;
+    };
+    using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
+
+    int m_buttonWidth = 0;              ///< width of the arrow button
+    RECT m_buttonRect{};                ///< the arrow button
+    POINT m_arrowPos{};                 ///< the arrow's left top corner
+    SIZE m_arrowSize{};                 ///< of the arrow bitmap
+    COLORREF m_hoverColour = kNoColor;  ///< the button's colour of the fade, or none
+    bool m_tracking = false;            ///< the fade has started, leaving will be told
+    Bitmap m_arrowBitmap;               ///< the arrow as loaded; drawing takes a copy
+    Bitmap m_arrowBitmapDisabled;       ///< the same for a disabled combo
+    ColourFade m_fade;                  ///< the hover fade
+
+private:
+    void LayOutButton();
+    void DrawButton(HDC dc, POINT at);
+    void RedrawButton();
+};
+
+}  // namespace QkDlg

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "QkDlg/QkFlatEdit.h"
+
+namespace QkDlg {
+
+/// A flat edit for a password, masked with "*", with a square eye button at its right. The eye, or
+/// Alt+F8, shows the text and masks it again. Deleted before its window, the object leaves a
+/// masked standard edit.
+class QkFlatPassword : public QkFlatEdit {
+public:
+    /// Sent to the edit: takes the eye away for good and shows the text plainly.
+    static constexpr UINT kTurnEyeOff = WM_USER + 123;
+
+    explicit QkFlatPassword(UINT id, std::wstring_view cueText = {});
+    ~QkFlatPassword() override;
+
+    void Attach(HWND hwnd) override;
+    void OnMove(int x, int y) override;
+    /// A press on the eye: shows the text or masks it.
+    void OnLButtonDown(int x, int y) override;
+    /// Shows frame and eye only for a `show` of exactly 1.
+    void ShowFrame(WPARAM show) override;
+
+    /// Shows the text or masks it, and gives the focus to the dialog. Nothing once the eye is off.
+    void ToggleReveal();
+    void TurnEyeOff();
+
+    /// The helper windows; null before Attach and after their end.
+    [[nodiscard]] HWND GetEyeButton() const { return m_eyeButton; }
+    [[nodiscard]] HWND GetTooltip() const { return m_tooltipWindow; }
+    [[nodiscard]] bool IsRevealed() const { return m_revealed; }
+
+protected:
+    void FollowEdit() override;
+    void PaintFrameInside(HDC hdc) override;
+
+private:
+    static LRESULT CALLBACK PasswordProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                         UINT_PTR id, DWORD_PTR referenceData);
+    static LRESULT CALLBACK EyeProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR id, DWORD_PTR referenceData);
+
+    void CreateEye();
+    void CreateTooltip();
+    void RegisterTool();
+    void DestroyHelpers();
+
+    void SetMask(bool masked);
+    void PaintEye(HDC hdc);
+    void PaintEyeNow();
+    void DrawEye(HDC hdc);
+    void BlankEye(HDC hdc, COLORREF colour);
+    void SetEyeAvailable(bool available);
+    void Resynchronise();
+    void OnKey(WPARAM key);
+    void TakeFocusBack();
+
+    HWND m_tooltipWindow = nullptr;
+    HWND m_eyeButton = nullptr;
+    bool m_revealed = false;        ///< the text is shown plainly
+    bool m_refocusPending = false;  ///< the eye's next paint gives the focus back to the edit
+    bool m_eyeEnabled = true;       ///< showing and masking is available
+    bool m_toggling = false;        ///< reveal state and password character differ for a moment
+};
+
+}  // namespace QkDlg

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "QkDlg/QkCustomControl.h"
+
+namespace QkDlg {
+
+/// A flat progress bar over a standard one: a two-pixel border, a plain fill in the accent colour,
+/// in red or yellow for the error and paused states, or in the colour that the application set
+/// (PBM_SETBARCOLOR), and a marquee of its own. Range, position and state stay the standard bar's.
+class QkFlatProgressBar : public QkCustomControl {
+public:
+    explicit QkFlatProgressBar(UINT id);
+    ~QkFlatProgressBar() override;
+
+    void Attach(HWND hwnd) override;
+    HBRUSH OnCtlColor(HDC hdc, HWND hwnd) override;
+
+    /// Paints the whole bar.
+    virtual void PaintBar(HDC hdc);
+    /// A window timer's tick: the marquee's moves the block and paints at once.
+    virtual void OnTimerTick(UINT_PTR timer);
+
+    /// Starts or stops the marquee, as PBM_SETMARQUEE does. Only for bars with PBS_MARQUEE.
+    void SetMarquee(bool on);
+
+private:
+    static LRESULT CALLBACK BarProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR id, DWORD_PTR referenceData);
+
+    [[nodiscard]] bool HasStyle(LONG_PTR style) const;
+    [[nodiscard]] COLORREF BarColour() const;
+    [[nodiscard]] RECT FillRectangle(const RECT& client) const;
+    void StopTimer();
+
+    bool m_marqueeOn = false;     ///< the marquee is running
+    UINT_PTR m_marqueeTimer = 0;  ///< its timer, 0 for none
+    INT32 m_marqueeTrail = 0;     ///< trailing edge of the block, in client pixels
+    INT32 m_marqueeLead = 0;      ///< leading edge of the block
+};
+
+}  // namespace QkDlg

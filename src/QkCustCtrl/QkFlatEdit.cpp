@@ -1,0 +1,364 @@
+#include "QkDlg/QkFlatEdit.h"
+
+#include "QkCustCtrl/CachedBrush.h"
+#include "QkCustCtrl/EditLayout.h"
+#include "QkCustCtrl/LiveControls.h"
+#include "QkCustCtrl/ParentColours.h"
+#include "QkCustCtrl/StaticTextProc.h"
+#include "QkCustCtrl/SubclassGlue.h"
+#include "QkUtil/Canvas.h"
+#include "QkUtil/Rects.h"
+
+namespace QkDlg {
+
+namespace {
+
+/// Window property by which other code recognises frame windows.
+constexpr wchar_t kFrameProperty[] = L"QK_EDIT_FRAME";
+
+constexpr UINT kFrameChanged =
+    SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED;
+
+/// Clears bits of a window's style or extended style; returns which of them were set.
+LONG_PTR takeStyle(HWND hwnd, int index, LONG_PTR bits) {
+    const LONG_PTR style = GetWindowLongPtrW(hwnd, index);
+    SetWindowLongPtrW(hwnd, index, style & ~bits);
+    return style & bits;
+}
+
+void giveStyle(HWND hwnd, int index, LONG_PTR bits) {
+    SetWindowLongPtrW(hwnd, index, GetWindowLongPtrW(hwnd, index) | bits);
+}
+
+/// A DC of a window with its border and scroll bars.
+class WholeWindowDc {
+public:
+    explicit WholeWindowDc(HWND hwnd) : m_hwnd(hwnd), m_dc(GetWindowDC(hwnd)) {}
+    ~WholeWindowDc() { ReleaseDC(m_hwnd, m_dc); }
+    WholeWindowDc(const WholeWindowDc&) = delete;
+    WholeWindowDc& operator=(const WholeWindowDc&) = delete;
+    WholeWindowDc(WholeWindowDc&&) = delete;
+    WholeWindowDc& operator=(WholeWindowDc&&) = delete;
+
+    [[nodiscard]] HDC get() const { return m_dc; }
+
+private:
+    HWND m_hwnd;
+    HDC m_dc;
+};
+
+/// Frames a rectangle with a brush, `times` times inwards.
+void frameWith(HDC dc, RECT rect, HBRUSH brush, int times) {
+    for (int i = 0; brush && i < times; ++i) {
+        FrameRect(dc, &rect, brush);
+        InflateRect(&rect, -1, -1);
+    }
+}
+
+/// Takes the outermost pixels of the client area out of what waits to be painted.
+void validateEdges(HWND hwnd) {
+    const RECT client = clientRect(hwnd);
+    const RECT edges[] = {{0, 0, client.right, 1},
+                          {0, client.bottom - 1, client.right, client.bottom},
+                          {0, 0, 1, client.bottom},
+                          {client.right - 1, 0, client.right, client.bottom}};
+    for (const RECT& edge : edges)
+        ValidateRect(hwnd, &edge);
+}
+
+/// Whether the edit draws a border inside its client area, as those made with WS_BORDER alone do.
+bool drawsOwnBorder(HWND hwnd) {
+    const bool hasOuterBorder = (GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_BORDER) != 0 ||
+                                (GetWindowLongPtrW(hwnd, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0;
+    RECT text{};
+    SendMessageW(hwnd, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&text));
+    const int margin = LOWORD(SendMessageW(hwnd, EM_GETMARGINS, 0, 0));
+    return !hasOuterBorder && text.left > margin;
+}
+
+/// Thickness of the border that these style bits give a window.
+int borderThickness(LONG_PTR style, LONG_PTR exStyle) {
+    return ((exStyle & WS_EX_CLIENTEDGE) ? GetSystemMetrics(SM_CXEDGE) : 0) +
+           ((style & WS_BORDER) ? GetSystemMetrics(SM_CXBORDER) : 0);
+}
+
+/// The living edit of `referenceData` whose frame window is `frame`.
+QkFlatEdit* editOfFrame(HWND frame, DWORD_PTR referenceData) {
+    auto* const edit = dynamic_cast<QkFlatEdit*>(LiveControls::find(referenceData));
+    return edit && edit->GetFrameWindow() == frame ? edit : nullptr;
+}
+
+}  // namespace
+
+QkFlatEdit::QkFlatEdit(UINT id, std::wstring_view cueText)
+    : QkCustomControl(id, nullptr, {}, 0), m_cueText(cueText) {}
+
+QkFlatEdit::~QkFlatEdit() {
+    DestroyFrame();
+    Release();
+}
+
+// Painting
+
+HBRUSH QkFlatEdit::OnCtlColor(HDC hdc, HWND hwnd) {
+    if (IsHighContrast())
+        return nullptr;
+    static CachedBrush brush;
+    const COLORREF ground = GetBkColor();
+    // The standard edit draws each run of text on a ground of its own.
+    ::SetBkColor(hdc, ground);
+    ::SetTextColor(hdc, IsWindowEnabled(hwnd) ? GetTextColor() : GetDisabledTextColor());
+    return brush.of(ground);
+}
+
+void QkFlatEdit::DrawFocus(HDC) {}
+
+void QkFlatEdit::PaintFrame(HDC hdc) {
+    const bool readOnly = (GetWindowLongPtrW(m_hWnd, GWL_STYLE) & ES_READONLY) != 0;
+    const COLORREF colour = readOnly ? GetParentBkColor(m_hWnd) : GetUIColor(UICLR_LINE);
+    PaintFrameInside(hdc);
+    frameRect(hdc, clientRect(m_frameWindow), colour, m_frameWidth);
+}
+
+void QkFlatEdit::PaintFrameInside(HDC) {}
+
+HBRUSH QkFlatEdit::GroundBrush(HDC hdc) const {
+    const LONG_PTR asStatic = GetWindowLongPtrW(m_hWnd, GWL_STYLE) & (ES_READONLY | WS_DISABLED);
+    const UINT question = asStatic ? WM_CTLCOLORSTATIC : WM_CTLCOLOREDIT;
+    return reinterpret_cast<HBRUSH>(SendMessageW(GetParent(m_hWnd), question,
+                                                 reinterpret_cast<WPARAM>(hdc),
+                                                 reinterpret_cast<LPARAM>(m_hWnd)));
+}
+
+// Where the standard edit had its border outside the client area.
+void QkFlatEdit::PaintMargin() {
+    if (m_margin == 0)
+        return;
+    const WholeWindowDc window(m_hWnd);
+    RECT whole = windowRectIn(m_hWnd, HWND_DESKTOP);
+    OffsetRect(&whole, -whole.left, -whole.top);
+    frameWith(window.get(), whole, GroundBrush(window.get()), m_margin);
+}
+
+// Where the standard edit draws a border inside its client area: it does not get to.
+void QkFlatEdit::CoverOwnBorder() {
+    if (!m_drawsOwnBorder)
+        return;
+    const WindowDc window(m_hWnd);
+    frameWith(window.get(), clientRect(m_hWnd), GroundBrush(window.get()), 1);
+    validateEdges(m_hWnd);
+}
+
+void QkFlatEdit::RefreshFrame() {
+    if (m_frameWindow)
+        InvalidateRect(m_frameWindow, nullptr, TRUE);
+}
+
+// Following the edit
+
+void QkFlatEdit::OnMove(int x, int y) {
+    if (!m_frameWindow)
+        return;
+    SetWindowPos(m_frameWindow, nullptr, x - m_frameWidth, y - m_frameWidth, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    RefreshFrame();
+    InvalidateRect(m_hWnd, nullptr, TRUE);
+}
+
+void QkFlatEdit::Place(HWND helper, const RECT& place) {
+    const Rect wanted = fromWin32(place);
+    if (!helper || fromWin32(windowRectIn(helper, GetParent(helper))) == wanted)
+        return;
+    SetWindowPos(helper, nullptr, wanted.left, wanted.top, wanted.width(), wanted.height(),
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    InvalidateRect(helper, nullptr, TRUE);
+}
+
+// WM_MOVE tells where the client area has moved to, which need not begin at the window's corner.
+POINT QkFlatEdit::WindowCorner(POINT moved) const {
+    const HWND parent = GetParent(m_hWnd);
+    RECT client = clientRect(m_hWnd);
+    MapWindowPoints(m_hWnd, parent, reinterpret_cast<POINT*>(&client), 2);
+    if (client.left != moved.x || client.top != moved.y)
+        return moved;
+    const RECT window = windowRectIn(m_hWnd, parent);
+    return {window.left, window.top};
+}
+
+void QkFlatEdit::FollowEdit() {
+    const Rect edit = fromWin32(windowRectIn(m_hWnd, GetParent(m_hWnd)));
+    Place(m_frameWindow, toWin32(frameRectAround(edit, m_frameWidth, false)));
+}
+
+void QkFlatEdit::ShowFrame(WPARAM show) {
+    if (m_frameWindow)
+        ShowWindow(m_frameWindow, show != 0 ? SW_SHOW : SW_HIDE);
+}
+
+// Messages
+
+LRESULT QkFlatEdit::HandleCommon(const Message& message) {
+    switch (message.id) {
+        case WM_MOVE: {
+            const POINT corner = WindowCorner({message.x(), message.y()});
+            OnMove(corner.x, corner.y);
+            break;
+        }
+        case WM_SIZE: FollowEdit(); break;
+        case WM_SHOWWINDOW: ShowFrame(message.wParam); break;
+        case WM_WINDOWPOSCHANGED: {
+            // Hosts that lay out many windows at once show and hide them without WM_SHOWWINDOW.
+            const UINT flags = reinterpret_cast<const WINDOWPOS*>(message.lParam)->flags;
+            if (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW))
+                ShowFrame((flags & SWP_SHOWWINDOW) ? 1 : 0);
+            break;
+        }
+        case WM_ENABLE:
+        case EM_SETREADONLY: {
+            const LRESULT result = message.passOn();
+            RefreshFrame();
+            RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+            return result;
+        }
+        case WM_NCCALCSIZE:
+            InflateRect(reinterpret_cast<RECT*>(message.lParam), -m_margin, -m_margin);
+            break;
+        case WM_NCPAINT: {
+            const LRESULT result = message.passOn();
+            PaintMargin();
+            return result;
+        }
+        case WM_PAINT:
+            if (message.wParam == 0)
+                CoverOwnBorder();
+            break;
+        default: break;
+    }
+    return message.passOn();
+}
+
+LRESULT QkFlatEdit::PassOnLast(const Message& message) {
+    // Kept as it has always been: this takes away a label's procedure, not the edit's own. The own
+    // one goes with the window, and without a bound object it only passes messages on.
+    RemoveWindowSubclass(message.hwnd, staticTextProc, kSubclassId);
+    return message.passOn();
+}
+
+LRESULT CALLBACK QkFlatEdit::EditProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                      DWORD_PTR referenceData) {
+    const Message message{hwnd, id, wParam, lParam};
+    auto* const edit = livingControl<QkFlatEdit>(hwnd, referenceData);
+    if (id == WM_NCDESTROY) {
+        if (edit) {
+            edit->Detach();
+            edit->DestroyFrame();
+        }
+        return PassOnLast(message);
+    }
+    return edit ? edit->HandleCommon(message) : message.passOn();
+}
+
+LRESULT CALLBACK QkFlatEdit::FrameProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
+                                       UINT_PTR subclassId, DWORD_PTR referenceData) {
+    const Message message{hwnd, id, wParam, lParam};
+    QkFlatEdit* const edit = editOfFrame(hwnd, referenceData);
+    if (id == WM_NCDESTROY) {
+        RemoveWindowSubclass(hwnd, FrameProc, subclassId);
+        if (edit)
+            edit->m_frameWindow = nullptr;
+        return message.passOn();
+    }
+    if (!edit || !edit->m_hWnd)
+        return message.passOn();
+
+    switch (id) {
+        case WM_PAINT: {
+            const PaintDc paint(hwnd);
+            edit->PaintFrame(paint.get());
+            return 0;
+        }
+        case WM_PRINTCLIENT: edit->PaintFrame(reinterpret_cast<HDC>(wParam)); return 1;
+        // The standard control would draw at once, over the edit.
+        case WM_ENABLE:
+        case WM_SETTEXT: return passOnUnseen(message);
+        case WM_CLOSE: DestroyWindow(hwnd); break;
+        default: break;
+    }
+    return message.passOn();
+}
+
+// Attach
+
+void QkFlatEdit::Prepare(HWND hwnd) {
+    m_drawsOwnBorder = drawsOwnBorder(hwnd);
+    m_borderExStyle = takeStyle(hwnd, GWL_EXSTYLE, WS_EX_CLIENTEDGE);
+    QkCustomControl::Attach(hwnd);
+    if (!m_cueText.empty())
+        SendMessageW(hwnd, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(m_cueText.c_str()));
+    m_frameRect = windowRectIn(hwnd, GetParent(hwnd));
+    m_borderStyle = takeStyle(hwnd, GWL_STYLE, WS_BORDER);
+    // The room of the border stays free: text that began at the frame would look cramped.
+    m_margin = borderThickness(m_borderStyle, m_borderExStyle);
+}
+
+void QkFlatEdit::Release() {
+    if (!m_hWnd)
+        return;
+    // Unbound first: what follows is the standard edit's business.
+    const HWND edit = m_hWnd;
+    Detach();
+    giveStyle(edit, GWL_STYLE, m_borderStyle);
+    giveStyle(edit, GWL_EXSTYLE, m_borderExStyle);
+    SetWindowPos(edit, nullptr, 0, 0, 0, 0, kFrameChanged);
+    InvalidateRect(edit, nullptr, TRUE);
+}
+
+void QkFlatEdit::ShowNewLook() {
+    answerColoursForParent(*this);
+    SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, kFrameChanged);
+    RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW);
+}
+
+bool QkFlatEdit::StartsShown() const {
+    return !m_startHidden && (GetWindowLongPtrW(m_hWnd, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+HWND QkFlatEdit::CreateHelper(DWORD exStyle, const wchar_t* className, const RECT& place,
+                              const wchar_t* property) {
+    const Rect rect = fromWin32(place);
+    const HWND helper =
+        CreateWindowExW(exStyle, className, nullptr, WS_CHILD, rect.left, rect.top, rect.width(),
+                        rect.height(), GetParent(m_hWnd), nullptr, GetModuleHandleW(nullptr), this);
+    if (!helper)
+        return nullptr;
+    SetPropW(helper, property, reinterpret_cast<HANDLE>(1));
+    SetWindowPos(helper, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+    return helper;
+}
+
+void QkFlatEdit::CreateFrame(bool withEye) {
+    const Rect frame = frameRectAround(fromWin32(m_frameRect), m_frameWidth, withEye);
+    m_frameWindow = CreateHelper(0, WC_STATICW, toWin32(frame), kFrameProperty);
+    if (!m_frameWindow)
+        return;
+    EnableWindow(m_frameWindow, FALSE);  // it never takes the mouse
+    installSubclass(m_frameWindow, FrameProc, *this);
+    // Only now: a bare static would have drawn itself over the edit.
+    if (StartsShown())
+        ShowWindow(m_frameWindow, SW_SHOWNA);
+}
+
+void QkFlatEdit::DestroyFrame() {
+    if (m_frameWindow)
+        DestroyWindow(m_frameWindow);
+    m_frameWindow = nullptr;
+}
+
+void QkFlatEdit::Attach(HWND hwnd) {
+    Prepare(hwnd);
+    CreateFrame(false);
+    installSubclass(hwnd, EditProc, *this);
+    ShowNewLook();
+}
+
+}  // namespace QkDlg

@@ -1,0 +1,386 @@
+#include "QkDlg/QkFlatPassword.h"
+
+#include <array>
+#include <cstddef>
+
+#include "QkCustCtrl/EditLayout.h"
+#include "QkCustCtrl/LiveControls.h"
+#include "QkCustCtrl/SubclassGlue.h"
+#include "QkUtil/Bitmaps.h"
+#include "QkUtil/Canvas.h"
+#include "QkUtil/Metrics.h"
+#include "QkUtil/Rects.h"
+#include "QkUtil/Resources.h"
+
+namespace QkDlg {
+
+namespace {
+
+/// Window property by which other code recognises eye buttons.
+constexpr wchar_t kEyeProperty[] = L"QK_EDIT_IMGBTN";
+
+constexpr UINT kFirstMaskedBitmap = 62248;
+constexpr UINT kFirstRevealedBitmap = 62256;
+constexpr UINT kTooltipText = 62264;
+constexpr int kTooltipDelay = 500;
+
+constexpr WPARAM kMaskCharacter = L'*';
+constexpr COLORREF kDisabledEye = RGB(0xF0, 0xF0, 0xF0);
+constexpr COLORREF kNoEye = RGB(0xFF, 0xFF, 0xFF);
+
+bool hasStyle(HWND hwnd, LONG_PTR style) {
+    return (GetWindowLongPtrW(hwnd, GWL_STYLE) & style) != 0;
+}
+
+/// The living password box of `referenceData` whose eye button is `eye`.
+QkFlatPassword* passwordOfEye(HWND eye, DWORD_PTR referenceData) {
+    auto* const password = dynamic_cast<QkFlatPassword*>(LiveControls::find(referenceData));
+    const bool fits = password && password->GetWindow() && password->GetEyeButton() == eye;
+    return fits ? password : nullptr;
+}
+
+bool isAlive(const QkFlatPassword* password) {
+    return LiveControls::find(reinterpret_cast<DWORD_PTR>(password)) != nullptr;
+}
+
+TOOLINFOW toolOf(HWND eye, UINT size) {
+    TOOLINFOW tool{};
+    tool.cbSize = size;
+    tool.hwnd = GetParent(eye);
+    tool.uId = reinterpret_cast<UINT_PTR>(eye);
+    return tool;
+}
+
+// Tooltips of the common controls before version 6 take the record without its last field only.
+constexpr std::array<UINT, 2> kToolSizes{sizeof(TOOLINFOW), offsetof(TOOLINFOW, lpReserved)};
+
+bool hasTool(HWND tooltip, HWND eye) {
+    for (const UINT size : kToolSizes) {
+        TOOLINFOW tool = toolOf(eye, size);
+        SendMessageW(tooltip, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool));
+        if (tool.uFlags != 0)
+            return true;
+    }
+    return false;
+}
+
+void addTool(HWND tooltip, HWND eye, std::wstring text) {
+    for (const UINT size : kToolSizes) {
+        TOOLINFOW tool = toolOf(eye, size);
+        tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+        tool.lpszText = text.data();
+        if (SendMessageW(tooltip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool)))
+            return;
+    }
+}
+
+void putCaretAtEnd(HWND edit) {
+    const int length = GetWindowTextLengthW(edit);
+    SendMessageW(edit, EM_SETSEL, static_cast<WPARAM>(length), length);
+}
+
+}  // namespace
+
+QkFlatPassword::QkFlatPassword(UINT id, std::wstring_view cueText) : QkFlatEdit(id, cueText) {}
+
+QkFlatPassword::~QkFlatPassword() {
+    // Nobody could mask a revealed text any more. One that was shown for good stays shown.
+    const bool masks = m_hWnd && m_revealed && m_eyeEnabled;
+    m_eyeEnabled = false;
+    if (masks)
+        SetMask(true);
+    DestroyHelpers();
+    Release();
+}
+
+// Revealing and masking
+
+void QkFlatPassword::SetMask(bool masked) {
+    SendMessageW(m_hWnd, EM_SETPASSWORDCHAR, masked ? kMaskCharacter : 0, 0);
+    SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0,
+                 SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    InvalidateRect(m_hWnd, nullptr, TRUE);
+    // A masked text is off the screen before anything else happens.
+    if (masked)
+        UpdateWindow(m_hWnd);
+}
+
+void QkFlatPassword::ToggleReveal() {
+    if (!m_eyeEnabled || m_toggling)
+        return;
+    m_toggling = true;
+    m_revealed = !m_revealed;
+    // Changes of the focus run the host's code, which may end the edit and this object.
+    SetFocus(m_hWnd);
+    if (!isAlive(this) || !m_hWnd)
+        return;
+    SetMask(!m_revealed);
+    m_toggling = false;
+    SetFocus(GetParent(m_hWnd));
+}
+
+// Brings the reveal state in line when somebody else changed the edit's password character.
+void QkFlatPassword::Resynchronise() {
+    if (m_toggling || hasStyle(m_hWnd, ES_PASSWORD) != m_revealed)
+        return;
+    const HWND focused = GetFocus();
+    ToggleReveal();
+    // Painting must not take the keyboard away from where the user is.
+    if (focused && GetFocus() != focused)
+        SetFocus(focused);
+}
+
+void QkFlatPassword::TurnEyeOff() {
+    m_eyeEnabled = false;
+    if (m_eyeButton) {
+        BlankEye(WindowDc(m_eyeButton).get(), kNoEye);
+        SetEyeAvailable(false);
+    }
+    SetMask(false);
+}
+
+void QkFlatPassword::OnLButtonDown(int, int) {
+    m_refocusPending = true;
+    ToggleReveal();
+    if (isAlive(this) && m_eyeButton)
+        InvalidateRect(m_eyeButton, nullptr, FALSE);
+}
+
+// Painting
+
+void QkFlatPassword::SetEyeAvailable(bool available) {
+    if (hasStyle(m_eyeButton, WS_VISIBLE) == available &&
+        hasStyle(m_eyeButton, WS_DISABLED) != available)
+        return;
+    ShowWindow(m_eyeButton, available ? SW_SHOWNA : SW_HIDE);
+    EnableWindow(m_eyeButton, available);
+    RefreshFrame();
+}
+
+void QkFlatPassword::BlankEye(HDC hdc, COLORREF colour) {
+    fillRect(hdc, clientRect(m_eyeButton), colour);
+}
+
+void QkFlatPassword::PaintEye(HDC hdc) {
+    if (!m_eyeEnabled || !m_eyeButton || !IsWindowVisible(m_hWnd))
+        return;
+    Resynchronise();
+    if (!isAlive(this) || !m_eyeButton)
+        return;
+    if (hasStyle(m_hWnd, WS_DISABLED)) {
+        BlankEye(hdc, kDisabledEye);
+        SetEyeAvailable(false);
+        return;
+    }
+    SetEyeAvailable(true);
+    DrawEye(hdc);
+}
+
+void QkFlatPassword::PaintEyeNow() {
+    if (m_eyeButton)
+        PaintEye(WindowDc(m_eyeButton).get());
+}
+
+void QkFlatPassword::DrawEye(HDC hdc) {
+    const UINT first = m_revealed ? kFirstRevealedBitmap : kFirstMaskedBitmap;
+    const UniqueBitmap bitmap = LoadBitmapResource(first + dpiBucket(screenDpi()));
+    const MemoryDc memory(CreateCompatibleDC(hdc));
+    const Selection selected(memory.get(), bitmap.get());
+    if (selected.failed())
+        return;
+    const RECT client = clientRect(m_eyeButton);
+    const Size size = bitmapSize(bitmap.get());
+    // A mirrored DC would turn the picture round.
+    const DWORD layout = SetLayout(hdc, 0);
+    const int mode = SetStretchBltMode(hdc, HALFTONE);
+    SetBrushOrgEx(hdc, 0, 0, nullptr);
+    StretchBlt(hdc, 0, 0, client.right, client.bottom, memory.get(), 0, 0, size.width, size.height,
+               SRCCOPY);
+    SetStretchBltMode(hdc, mode);
+    SetLayout(hdc, layout);
+}
+
+// The place of an eye that is not shown belongs to the edit: it gets the same ground.
+void QkFlatPassword::PaintFrameInside(HDC hdc) {
+    if (!m_eyeButton || hasStyle(m_eyeButton, WS_VISIBLE))
+        return;
+    const RECT place = windowRectIn(m_eyeButton, m_frameWindow);
+    FillRect(hdc, &place, GroundBrush(hdc));
+}
+
+// Following the edit
+
+void QkFlatPassword::OnMove(int x, int y) {
+    if (!m_frameWindow)
+        return;
+    const Rect frame = fromWin32(windowRectIn(m_frameWindow, GetParent(m_hWnd)));
+    QkFlatEdit::OnMove(x, y);
+    if (m_eyeButton) {
+        SetWindowPos(m_eyeButton, nullptr, x + frame.width() - frame.height(), y, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        InvalidateRect(m_eyeButton, nullptr, FALSE);
+    }
+}
+
+void QkFlatPassword::FollowEdit() {
+    const Rect edit = fromWin32(windowRectIn(m_hWnd, GetParent(m_hWnd)));
+    Place(m_frameWindow, toWin32(frameRectAround(edit, m_frameWidth, true)));
+    Place(m_eyeButton, toWin32(eyeRect(edit)));
+}
+
+void QkFlatPassword::ShowFrame(WPARAM show) {
+    const bool shown = show == 1;
+    QkFlatEdit::ShowFrame(shown ? 1 : 0);
+    if (m_eyeButton)
+        ShowWindow(m_eyeButton, shown && m_eyeEnabled ? SW_SHOW : SW_HIDE);
+}
+
+// Keyboard
+
+void QkFlatPassword::OnKey(WPARAM key) {
+    const auto isDown = [](int virtualKey) { return GetKeyState(virtualKey) < 0; };
+    if ((key != VK_MENU && key != VK_F8) || !isDown(VK_MENU) || !isDown(VK_F8))
+        return;
+    ToggleReveal();
+    if (isAlive(this) && m_hWnd) {
+        PaintEyeNow();
+        TakeFocusBack();
+    }
+}
+
+void QkFlatPassword::TakeFocusBack() {
+    const HWND edit = m_hWnd;
+    putCaretAtEnd(edit);
+    SetFocus(edit);
+}
+
+// Messages
+
+LRESULT CALLBACK QkFlatPassword::PasswordProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
+                                              UINT_PTR, DWORD_PTR referenceData) {
+    const Message message{hwnd, id, wParam, lParam};
+    auto* const password = livingControl<QkFlatPassword>(hwnd, referenceData);
+    if (id == WM_NCDESTROY) {
+        if (password) {
+            password->Detach();
+            password->DestroyHelpers();
+        }
+        return PassOnLast(message);
+    }
+    if (!password)
+        return message.passOn();
+
+    switch (id) {
+        case WM_PAINT:
+            password->PaintEyeNow();
+            if (!livingControl<QkFlatPassword>(hwnd, referenceData))
+                break;
+            return password->HandleCommon(message);
+        case WM_KEYDOWN:
+        case WM_SYSKEYDOWN: password->OnKey(wParam); break;
+        case kTurnEyeOff: password->TurnEyeOff(); break;
+        default: return password->HandleCommon(message);
+    }
+    return message.passOn();
+}
+
+LRESULT CALLBACK QkFlatPassword::EyeProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
+                                         UINT_PTR subclassId, DWORD_PTR referenceData) {
+    const Message message{hwnd, id, wParam, lParam};
+    if (id == WM_NCDESTROY) {
+        RemoveWindowSubclass(hwnd, EyeProc, subclassId);
+        auto* const owner = dynamic_cast<QkFlatPassword*>(LiveControls::find(referenceData));
+        if (owner && owner->m_eyeButton == hwnd)
+            owner->m_eyeButton = nullptr;
+        return message.passOn();
+    }
+    QkFlatPassword* const password = passwordOfEye(hwnd, referenceData);
+    if (!password)
+        return message.passOn();
+
+    switch (id) {
+        case WM_MOUSEMOVE: password->RegisterTool(); break;
+        case WM_LBUTTONDOWN: password->OnLButtonDown(message.x(), message.y()); break;
+        case WM_LBUTTONDBLCLK:
+            password->m_refocusPending = true;
+            InvalidateRect(hwnd, nullptr, FALSE);
+            break;
+        case WM_PAINT: {
+            {
+                const PaintDc paint(hwnd);
+                password->PaintEye(paint.get());
+            }
+            if (isAlive(password) && password->m_hWnd && password->m_refocusPending) {
+                password->m_refocusPending = false;
+                password->TakeFocusBack();
+            }
+            return 0;
+        }
+        case WM_PRINTCLIENT: password->PaintEye(reinterpret_cast<HDC>(wParam)); return 1;
+        // The standard button draws at once.
+        case BM_SETSTATE:
+        case BM_SETSTYLE:
+        case WM_SETTEXT:
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS: {
+            const LRESULT result = message.passOn();
+            if (passwordOfEye(hwnd, referenceData))
+                password->PaintEyeNow();
+            return result;
+        }
+        case WM_CLOSE: DestroyWindow(hwnd); break;
+        default: break;
+    }
+    return message.passOn();
+}
+
+// Attach
+
+void QkFlatPassword::CreateEye() {
+    m_eyeButton = CreateHelper(WS_EX_TRANSPARENT, WC_BUTTONW,
+                               toWin32(eyeRect(fromWin32(m_frameRect))), kEyeProperty);
+    if (!m_eyeButton)
+        return;
+    EnableWindow(m_eyeButton, TRUE);
+    installSubclass(m_eyeButton, EyeProc, *this);
+    if (StartsShown())
+        ShowWindow(m_eyeButton, SW_SHOWNA);
+}
+
+void QkFlatPassword::CreateTooltip() {
+    m_tooltipWindow =
+        CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                        WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT,
+                        CW_USEDEFAULT, CW_USEDEFAULT, GetParent(m_hWnd), nullptr, nullptr, nullptr);
+}
+
+// At the first mouse move over the eye.
+void QkFlatPassword::RegisterTool() {
+    if (hasTool(m_tooltipWindow, m_eyeButton))
+        return;
+    addTool(m_tooltipWindow, m_eyeButton, LoadStringResource(kTooltipText));
+    SendMessageW(m_tooltipWindow, TTM_SETDELAYTIME, TTDT_AUTOMATIC, kTooltipDelay);
+    SendMessageW(m_tooltipWindow, TTM_ACTIVATE, TRUE, 0);
+}
+
+void QkFlatPassword::DestroyHelpers() {
+    for (HWND* const helper : {&m_tooltipWindow, &m_eyeButton}) {
+        if (*helper)
+            DestroyWindow(*helper);
+        *helper = nullptr;
+    }
+    DestroyFrame();
+}
+
+void QkFlatPassword::Attach(HWND hwnd) {
+    Prepare(hwnd);
+    CreateFrame(true);
+    CreateEye();
+    CreateTooltip();
+    installSubclass(hwnd, PasswordProc, *this);
+    // Masked before it is painted.
+    SendMessageW(hwnd, EM_SETPASSWORDCHAR, kMaskCharacter, 0);
+    ShowNewLook();
+}
+
+}  // namespace QkDlg
