@@ -21,8 +21,13 @@ struct FlatControl {
 };
 
 /// Sees each message of the page's dialog first, with the conventions of a dialog procedure.
-/// WM_INITDIALOG comes while the controls are still standard ones, and its result is ignored.
+/// WM_INITDIALOG comes while the controls are still standard ones, and its result is ignored;
+/// kPageReady comes when they are flat.
 using PageHook = INT_PTR (*)(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+
+/// Tells a page's hook that its controls are ready; wParam is TRUE when they are flat and FALSE
+/// when they stay plain.
+constexpr UINT kPageReady = WM_APP;
 
 struct Page {
     const wchar_t* name;   // for --page

@@ -11,6 +11,16 @@ std::span<const FlatControl> switchControls();
 INT_PTR switchHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 std::span<const FlatControl> compoundControls();
 INT_PTR compoundHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+std::span<const FlatControl> labelControls();
+INT_PTR labelHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+std::span<const FlatControl> progressControls();
+INT_PTR progressHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+std::span<const FlatControl> editControls();
+INT_PTR editHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+std::span<const FlatControl> passwordControls();
+INT_PTR passwordHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+std::span<const FlatControl> comboControls();
+INT_PTR comboHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 
 std::span<const Page> pages() {
     static constexpr Page kPages[] = {
@@ -18,6 +28,11 @@ std::span<const Page> pages() {
         {L"toggles", L"Check and radio", IDD_PAGE_TOGGLES, toggleControls, toggleHook},
         {L"switches", L"Switches", IDD_PAGE_SWITCHES, switchControls, switchHook},
         {L"compound", L"Compound buttons", IDD_PAGE_COMPOUND, compoundControls, compoundHook},
+        {L"labels", L"Labels", IDD_PAGE_LABELS, labelControls, labelHook},
+        {L"progress", L"Progress bars", IDD_PAGE_PROGRESS, progressControls, progressHook},
+        {L"edits", L"Edit boxes", IDD_PAGE_EDITS, editControls, editHook},
+        {L"passwords", L"Password boxes", IDD_PAGE_PASSWORDS, passwordControls, passwordHook},
+        {L"combos", L"Combo boxes", IDD_PAGE_COMBOS, comboControls, comboHook},
     };
     return kPages;
 }

@@ -30,6 +30,8 @@ INT_PTR PageWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         emphasizeCaptions();
         if (flat_)
             makeFlat();
+        if (page_.hook)
+            page_.hook(window_, kPageReady, flat_ ? TRUE : FALSE, 0);
         // The focus stays in the navigation.
         return FALSE;
     }
