@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "QkDlg/ImageIdList.h"
 #include "QkDlg/UiColors.h"
@@ -81,6 +82,13 @@ protected:
     /// What the control writes in now, enabled or not.
     [[nodiscard]] COLORREF StateTextColor();
 
+    /// Gives a colour field an entry of the UI colour table, and lets it follow that entry when
+    /// high contrast goes on or off, unless the field has been given another colour since.
+    void FollowTable(COLORREF QkCustomControl::*field, UiColor index);
+
+    /// Brings the fields that follow the table up to date; painting starts with it.
+    void RenewTableColours();
+
     /// DrawText flags that the window's style and keyboard cues ask for.
     [[nodiscard]] UINT TextFlags() const;
 
@@ -113,6 +121,14 @@ protected:
     RECT m_rcItem{};                     ///< where the text was drawn
     RECT m_rcClip{};                     ///< bounds of the explicit focus rectangle
     RECT m_rcFocus{};                    ///< as CalcFocusRect found it
+
+private:
+    struct TableColour {
+        COLORREF QkCustomControl::*field;
+        UiColor index;
+        COLORREF taken;
+    };
+    std::vector<TableColour> m_tableColours;
 };
 
 }  // namespace QkDlg

@@ -1,6 +1,6 @@
 /*
- * The C interface of QkDlg64.dll and QkDlg32.dll: four functions, C linkage, the compiler's
- * default calling convention (cdecl). Any language that can call a C function can use them.
+ * The C interface of QkDlg64.dll and QkDlg32.dll: four functions, C linkage, __cdecl.
+ * Any language that can call a C function can use them.
  *
  * All four are meant for the thread that owns the windows. FlatStyleEnabled and GetUIColor touch
  * nothing that changes and may be called from any thread. No error code and no exception comes
@@ -44,27 +44,27 @@ enum QkControlType {
  * stays what it was: the same state, the same notifications to its parent, the same accessible
  * name and role. The caller owns the object from here on.
  */
-QkControlObject* CreateQkCustomControl(HWND control, int type) QKDLG_NOEXCEPT;
+QkControlObject* __cdecl CreateQkCustomControl(HWND control, int type) QKDLG_NOEXCEPT;
 
 /*
  * Destroys an object; null is ignored. The right time is after the control's window has been
  * destroyed (in WM_NCDESTROY of the dialog, say). Earlier costs the flat look of that window,
  * nothing else; an object that is never deleted costs its memory.
  */
-void DeleteQkCustomControl(QkControlObject* object) QKDLG_NOEXCEPT;
+void __cdecl DeleteQkCustomControl(QkControlObject* object) QKDLG_NOEXCEPT;
 
 /*
  * True while the named event "VANTOR_DLG_STYLE_FLAT" exists in the session: the switch by which
  * the application as a whole says that it wants flat dialogs. Asked afresh at every call.
  */
-bool FlatStyleEnabled(void) QKDLG_NOEXCEPT;
+bool __cdecl FlatStyleEnabled(void) QKDLG_NOEXCEPT;
 
 /*
  * Entry 0 to 11 of the library's colour table, in high-contrast mode with system colours where
  * the table says so. Another index is a programming error: it is reported on standard output and
  * ends the process with exit status 999.
  */
-COLORREF GetUIColor(int index) QKDLG_NOEXCEPT;
+COLORREF __cdecl GetUIColor(int index) QKDLG_NOEXCEPT;
 
 #ifdef __cplusplus
 }

@@ -5,6 +5,8 @@
 
 namespace QkDlg {
 
+struct Message;
+
 /// A flat push button over a standard one ("button"), and the base of every other button class:
 /// a face in one colour, a one-pixel border, an optional image beside the caption, a fade to the
 /// hover colour under the mouse and a pressed colour while the mouse holds it down. What clicking
@@ -53,15 +55,19 @@ protected:
     ColourFade m_fade;            ///< the hover fade
     bool m_bImageAbove = false;   ///< the image stands above the caption
     bool m_bGreyDisabled = true;  ///< grey the image when disabled; off where sets do it
-    bool m_bRingShown = false;    ///< the outer ring is on the screen
+    RECT m_rcRing{};              ///< the outer ring on the screen, in the parent; empty: none
 
 private:
+    static LRESULT PassPressOn(const Message& message, DWORD_PTR referenceData);
     static LRESULT CALLBACK ButtonProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                        UINT_PTR id, DWORD_PTR referenceData);
 
     void ResizeToImage();
     void PaintContent(HDC dc, State state);
     void PaintOuterFrame(State state, HDC target);
+    void EraseOuterFrame();
+    void EndEffects();
+    void OnDisable();
     [[nodiscard]] UINT ImageIdFor(State state) const;
 };
 

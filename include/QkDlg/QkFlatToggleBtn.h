@@ -28,6 +28,8 @@ private:
     static LRESULT CALLBACK ToggleProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                        UINT_PTR id, DWORD_PTR referenceData);
 
+    [[nodiscard]] static bool TakeFocus(HWND hwnd, DWORD_PTR referenceData);
+    LRESULT ClickByMessage(const Message& message, DWORD_PTR referenceData);
     void ResizeToSwitch();
     void SetCaption(bool checked);
     void MoveThumb();
@@ -43,6 +45,7 @@ private:
     INT32 m_bPendingCheck = 0;  ///< the state to set when the mouse button comes up
     int m_nPressX = 0;          ///< where the mouse button went down
     bool m_bDragged = false;    ///< the cursor has left the place of the press
+    bool m_bClickedByMessage = false;  ///< mouse messages are those of BM_CLICK
 };
 
 }  // namespace QkDlg

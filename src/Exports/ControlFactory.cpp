@@ -53,8 +53,7 @@ constexpr std::array kTypes{
 }  // namespace
 
 std::unique_ptr<QkCustomControl> makeControl(int type, UINT id) {
-    const auto* const row = std::find_if(kTypes.begin(), kTypes.end(),
-                                         [type](const TypeRow& each) { return each.type == type; });
+    const auto row = std::ranges::find(kTypes, type, &TypeRow::type);
     return row != kTypes.end() ? row->make(id) : make<QkFlatBtn>(id);
 }
 

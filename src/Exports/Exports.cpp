@@ -21,18 +21,18 @@ QkDlg::QkCustomControl* fromHandle(QkControlObject* handle) {
 
 extern "C" {
 
-QkControlObject* CreateQkCustomControl(HWND control, int type) noexcept {
+QkControlObject* __cdecl CreateQkCustomControl(HWND control, int type) noexcept {
     const int id = GetDlgCtrlID(control);
     auto object = QkDlg::makeControl(type, static_cast<UINT>(id));
     object->Attach(control);
     return toHandle(object.release());
 }
 
-void DeleteQkCustomControl(QkControlObject* object) noexcept {
+void __cdecl DeleteQkCustomControl(QkControlObject* object) noexcept {
     delete fromHandle(object);
 }
 
-bool FlatStyleEnabled(void) noexcept {
+bool __cdecl FlatStyleEnabled(void) noexcept {
     const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, kFlatStyleEvent);
     if (!event)
         return false;
@@ -40,7 +40,7 @@ bool FlatStyleEnabled(void) noexcept {
     return true;
 }
 
-COLORREF GetUIColor(int index) noexcept {
+COLORREF __cdecl GetUIColor(int index) noexcept {
     return QkDlg::GetUIColor(index);
 }
 

@@ -4,7 +4,9 @@ namespace QkDlg {
 
 QkFlatBlueBtn::QkFlatBlueBtn(UINT id) : QkFlatBtn(id) {
     m_clrText = GetUIColor(UICLR_WHITE);
-    m_clrBk = m_clrHover = m_clrPressed = GetUIColor(UICLR_ACCENT);
+    FollowTable(&QkFlatBlueBtn::m_clrBk, UICLR_ACCENT);
+    FollowTable(&QkFlatBlueBtn::m_clrHover, UICLR_ACCENT);
+    FollowTable(&QkFlatBlueBtn::m_clrPressed, UICLR_ACCENT);
     m_bOuterFrame = true;
 }
 

@@ -73,7 +73,7 @@ QkFlatBtn::QkFlatBtn(UINT id, const UINT32* imageIds, std::wstring_view fontFace
 }
 
 QkFlatBtn::~QkFlatBtn() {
-    m_fade.Stop();
+    EndEffects();
 }
 
 // Painting
@@ -91,6 +91,7 @@ void QkFlatBtn::Paint(State state, HDC hdc) {
             Paint(state, window.get());
         return;
     }
+    RenewTableColours();
     m_rcClip = clientRect(m_hWnd);
     {
         const Canvas canvas(hdc, m_hWnd, {m_rcClip.right, m_rcClip.bottom});
@@ -135,20 +136,26 @@ void QkFlatBtn::PaintContent(HDC dc, State state) {
 
 void QkFlatBtn::PaintOuterFrame(State state, HDC target) {
     const HWND parent = GetParent(m_hWnd);
-    RECT ring = windowRectIn(m_hWnd, parent);
-    InflateRect(&ring, kRingDistance, kRingDistance);
     const WindowDc parentDc(parent);
-    if (state != State::Normal) {
-        m_bRingShown = true;
-        frameRect(parentDc.get(), ring, GetUIColor(UICLR_ACCENT));
+    if (state == State::Normal) {
+        if (!IsRectEmpty(&m_rcRing))
+            frameRect(parentDc.get(), m_rcRing, ::GetBkColor(target));
+        EraseOuterFrame();
         return;
     }
-    if (!m_bRingShown)
+    m_rcRing = windowRectIn(m_hWnd, parent);
+    InflateRect(&m_rcRing, kRingDistance, kRingDistance);
+    frameRect(parentDc.get(), m_rcRing, GetUIColor(UICLR_ACCENT));
+    // What the parent still has to paint there must not go over the ring.
+    ValidateRgn(parent, ringRegion(m_rcRing).get());
+}
+
+void QkFlatBtn::EraseOuterFrame() {
+    if (IsRectEmpty(&m_rcRing))
         return;
-    m_bRingShown = false;
-    frameRect(parentDc.get(), ring, ::GetBkColor(target));
-    // The parent may have another ground than the DC tells.
-    InvalidateRgn(parent, ringRegion(ring).get(), TRUE);
+    // The parent may have another ground than its DC tells.
+    InvalidateRgn(GetParent(m_hWnd), ringRegion(m_rcRing).get(), TRUE);
+    SetRectEmpty(&m_rcRing);
 }
 
 UINT QkFlatBtn::ImageIdFor(State state) const {
@@ -185,6 +192,7 @@ void QkFlatBtn::OnMouseMove(int, int) {
         return;
     m_bHover = true;
     requestMouseLeave(m_hWnd);
+    RenewTableColours();
     const COLORREF background = GetBkColor();
     if (background != GetUIColor(UICLR_ACCENT)) {
         // In high contrast the face is the system's and has nowhere to fade to.
@@ -223,7 +231,29 @@ void QkFlatBtn::OnCaptureLost() {
         OnLButtonUp(0, 0);
 }
 
+void QkFlatBtn::OnDisable() {
+    OnCaptureLost();
+    if (m_bHover)
+        OnMouseLeave();
+}
+
+void QkFlatBtn::EndEffects() {
+    m_fade.Stop();
+    if (m_hWnd)
+        EraseOuterFrame();
+}
+
 // Messages
+
+/// Passes a press on. Where the standard button did not take the mouse, as for the arrow of a
+/// split button, whose menu has swallowed the release by now, the press is over.
+LRESULT QkFlatBtn::PassPressOn(const Message& message, DWORD_PTR referenceData) {
+    const LRESULT result = message.passOn();
+    auto* const button = livingControl<QkFlatBtn>(message.hwnd, referenceData);
+    if (button && GetCapture() != message.hwnd)
+        button->OnCaptureLost();
+    return result;
+}
 
 LRESULT CALLBACK QkFlatBtn::ButtonProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
                                        UINT_PTR subclassId, DWORD_PTR referenceData) {
@@ -232,7 +262,7 @@ LRESULT CALLBACK QkFlatBtn::ButtonProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM
     if (id == WM_NCDESTROY) {
         RemoveWindowSubclass(hwnd, ButtonProc, subclassId);
         if (button) {
-            button->m_fade.Stop();
+            button->EndEffects();
             button->Detach();
         }
         return message.passOn();
@@ -243,10 +273,13 @@ LRESULT CALLBACK QkFlatBtn::ButtonProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM
     switch (id) {
         case WM_MOUSEMOVE: button->OnMouseMove(message.x(), message.y()); break;
         case WM_LBUTTONDOWN:
-        case WM_LBUTTONDBLCLK: button->OnLButtonDown(message.x(), message.y()); break;
+        case WM_LBUTTONDBLCLK:
+            button->OnLButtonDown(message.x(), message.y());
+            return PassPressOn(message, referenceData);
         case WM_LBUTTONUP: button->OnLButtonUp(message.x(), message.y()); break;
         case WM_MOUSELEAVE: button->OnMouseLeave(); break;
         case WM_CAPTURECHANGED: button->OnCaptureLost(); break;
+        case WM_WINDOWPOSCHANGED: button->EraseOuterFrame(); break;
         case WM_PAINT: {
             const PaintDc paint(hwnd);
             button->Paint(paint.get());
@@ -254,15 +287,19 @@ LRESULT CALLBACK QkFlatBtn::ButtonProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM
         }
         case WM_PRINTCLIENT: button->Paint(reinterpret_cast<HDC>(wParam)); return 1;
         case WM_FADECOLOR: return button->OnAnimateColor(static_cast<COLORREF>(lParam));
-        case BM_SETCHECK: button->OnSetCheck(wParam != 0); return passOnUnseen(message);
-        case BM_SETSTATE:
+        case WM_ENABLE:
+            if (!wParam)
+                button->OnDisable();
+            return passOnUnseen(message);
         case BM_SETSTYLE:
         case BM_SETIMAGE:
         case WM_SETTEXT:
-        case WM_ENABLE:
         case WM_UPDATEUISTATE:
         case WM_THEMECHANGED: return passOnUnseen(message);
-        // The host may be told of the focus, so the window stays visible.
+        // The host may be told of the focus, and screen readers of the state, so the window stays
+        // visible.
+        case BM_SETCHECK: button->OnSetCheck(wParam != 0); return passOnAndRepaint(message);
+        case BM_SETSTATE:
         case WM_SETFOCUS:
         case WM_KILLFOCUS: return passOnAndRepaint(message);
         default: break;
@@ -287,16 +324,17 @@ void QkFlatBtn::Attach(HWND hwnd) {
 
 void QkFlatBtn::ResizeToImage() {
     const UniqueBitmap bitmap = LoadBitmapResource(ImageIdFor(State::Normal));
-    if (!bitmap)
+    const HWND parent = GetParent(m_hWnd);
+    if (!bitmap || !parent)
         return;
     const Size image = bitmapSize(bitmap.get());
     const int margin = scaled(kImageMargin);
-    const RECT old = windowRectIn(m_hWnd, GetParent(m_hWnd));
+    const RECT old = windowRectIn(m_hWnd, parent);
     const int width = image.width + margin;
     const int height = image.height + margin;
     MoveWindow(m_hWnd, (old.left + old.right) / 2 - width / 2,
                (old.top + old.bottom) / 2 - height / 2, width, height, FALSE);
-    InvalidateRect(GetParent(m_hWnd), &old, TRUE);
+    InvalidateRect(parent, &old, TRUE);
 }
 
 }  // namespace QkDlg

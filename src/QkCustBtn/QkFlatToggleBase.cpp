@@ -14,7 +14,8 @@ namespace {
 
 /// The check boxes and radio buttons that exist.
 std::set<QkFlatToggleBase*>& registeredToggles() {
-    static std::set<QkFlatToggleBase*> toggles;
+    // Never destroyed: a host's static object may end after this module's.
+    static auto& toggles = *new std::set<QkFlatToggleBase*>;
     return toggles;
 }
 

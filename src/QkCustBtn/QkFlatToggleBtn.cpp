@@ -156,8 +156,6 @@ void QkFlatToggleBtn::CalcFocusRect() {
 // Mouse
 
 void QkFlatToggleBtn::OnLButtonDown(int x, int) {
-    if (GetFocus() != m_hWnd)
-        SetFocus(m_hWnd);
     MoveThumb();
     m_bMouseDown = true;
     m_bPendingCheck = IsChecked() ? 0 : 1;
@@ -196,6 +194,27 @@ void QkFlatToggleBtn::EndDrag() {
 
 // Messages
 
+/// A click takes the focus, as on a check box. What the host does about the focus it loses
+/// elsewhere may take the mouse, the focus or the control away; then there is no press.
+bool QkFlatToggleBtn::TakeFocus(HWND hwnd, DWORD_PTR referenceData) {
+    if (GetFocus() == hwnd)
+        return true;
+    const bool held = GetKeyState(VK_LBUTTON) < 0;
+    SetFocus(hwnd);
+    return livingControl<QkFlatToggleBtn>(hwnd, referenceData) && GetFocus() == hwnd &&
+           IsWindowEnabled(hwnd) && (!held || GetKeyState(VK_LBUTTON) < 0);
+}
+
+/// A click by message comes from a program, not from the mouse: the standard check box does what
+/// it does for the space bar, and tells the host.
+LRESULT QkFlatToggleBtn::ClickByMessage(const Message& message, DWORD_PTR referenceData) {
+    m_bClickedByMessage = true;
+    const LRESULT result = message.passOn();
+    if (auto* const toggle = livingControl<QkFlatToggleBtn>(message.hwnd, referenceData))
+        toggle->m_bClickedByMessage = false;
+    return result;
+}
+
 LRESULT CALLBACK QkFlatToggleBtn::ToggleProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
                                              UINT_PTR subclassId, DWORD_PTR referenceData) {
     const Message message{hwnd, id, wParam, lParam};
@@ -206,14 +225,19 @@ LRESULT CALLBACK QkFlatToggleBtn::ToggleProc(HWND hwnd, UINT id, WPARAM wParam, 
             toggle->Detach();
         return message.passOn();
     }
-    if (!toggle)
+    const bool isMouse = id >= WM_MOUSEFIRST && id <= WM_MOUSELAST;
+    if (!toggle || (isMouse && toggle->m_bClickedByMessage))
         return message.passOn();
 
     switch (id) {
+        case BM_CLICK: return toggle->ClickByMessage(message, referenceData);
         // The mouse never reaches the standard check box.
         case WM_MOUSEMOVE: toggle->OnMouseMove(message.x(), message.y()); return 0;
         case WM_LBUTTONDOWN:
-        case WM_LBUTTONDBLCLK: toggle->OnLButtonDown(message.x(), message.y()); return 0;
+        case WM_LBUTTONDBLCLK:
+            if (TakeFocus(hwnd, referenceData))
+                toggle->OnLButtonDown(message.x(), message.y());
+            return 0;
         case WM_LBUTTONUP: toggle->OnLButtonUp(message.x(), message.y()); return 0;
         case WM_MOUSELEAVE: return 0;
         case WM_CAPTURECHANGED:
@@ -227,14 +251,14 @@ LRESULT CALLBACK QkFlatToggleBtn::ToggleProc(HWND hwnd, UINT id, WPARAM wParam, 
             return 1;
         }
         case WM_PRINTCLIENT: toggle->Paint(reinterpret_cast<HDC>(wParam)); return 1;
-        case BM_SETCHECK: toggle->SetCaption(wParam != 0); return passOnUnseen(message);
-        case BM_SETSTATE:
         case BM_SETSTYLE:
         case BM_SETIMAGE:
         case WM_SETTEXT:
         case WM_ENABLE:
         case WM_UPDATEUISTATE:
         case WM_THEMECHANGED: return passOnUnseen(message);
+        case BM_SETCHECK: toggle->SetCaption(wParam != 0); return passOnAndRepaint(message);
+        case BM_SETSTATE:
         case WM_SETFOCUS:
         case WM_KILLFOCUS: return passOnAndRepaint(message);
         default: break;

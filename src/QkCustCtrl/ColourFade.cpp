@@ -19,7 +19,8 @@ struct RunningFades {
 };
 
 RunningFades& runningFades() {
-    static RunningFades fades;
+    // Never destroyed: a host's static object may end after this module's.
+    static auto& fades = *new RunningFades;
     return fades;
 }
 

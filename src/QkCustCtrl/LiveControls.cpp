@@ -7,7 +7,8 @@ namespace QkDlg {
 namespace {
 
 std::set<const QkCustomControl*>& liveControls() {
-    static std::set<const QkCustomControl*> controls;
+    // Never destroyed: a host's static object may end after this module's.
+    static auto& controls = *new std::set<const QkCustomControl*>;
     return controls;
 }
 

@@ -16,11 +16,11 @@ public:
 };
 
 /// The living object of `referenceData`, provided that it is bound to `hwnd`: an object made later
-/// at the same address belongs to another window. Null otherwise.
+/// at the same address belongs to another window, or is of another class. Null otherwise.
 template <typename Control>
 [[nodiscard]] Control* livingControl(HWND hwnd, DWORD_PTR referenceData) {
     QkCustomControl* control = LiveControls::find(referenceData);
-    return control && control->GetWindow() == hwnd ? static_cast<Control*>(control) : nullptr;
+    return control && control->GetWindow() == hwnd ? dynamic_cast<Control*>(control) : nullptr;
 }
 
 }  // namespace QkDlg

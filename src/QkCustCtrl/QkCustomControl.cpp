@@ -43,12 +43,9 @@ bool uiStateHas(HWND hwnd, LRESULT flag) {
 
 QkCustomControl::QkCustomControl(UINT id, const UINT32* imageIds, std::wstring_view fontFace,
                                  int fontSize)
-    : m_nId(id),
-      m_images(imageIds),
-      m_clrHover(GetUIColor(UICLR_HOVER)),
-      m_fontFace(fontFace),
-      m_nFontSize(fontSize) {
+    : m_nId(id), m_images(imageIds), m_fontFace(fontFace), m_nFontSize(fontSize) {
     LiveControls::add(*this);
+    FollowTable(&QkCustomControl::m_clrHover, UICLR_HOVER);
 }
 
 QkCustomControl::~QkCustomControl() {
@@ -149,8 +146,12 @@ void QkCustomControl::DrawFocus(HDC hdc) {
     if (!m_hWnd || GetFocus() != m_hWnd || uiStateHas(m_hWnd, UISF_HIDEFOCUS))
         return;
     CalcFocusRect();
-    if (hasArea(fromWin32(m_rcFocus)))
-        DrawFocusRect(hdc, &m_rcFocus);
+    if (!hasArea(fromWin32(m_rcFocus)))
+        return;
+    // The dots are a pattern in the DC's colours.
+    ::SetTextColor(hdc, RGB(0, 0, 0));
+    ::SetBkColor(hdc, RGB(255, 255, 255));
+    DrawFocusRect(hdc, &m_rcFocus);
 }
 
 void QkCustomControl::CalcFocusRect() {
@@ -181,8 +182,26 @@ COLORREF QkCustomControl::StateTextColor() {
     return IsWindowEnabled(m_hWnd) ? GetTextColor() : GetDisabledTextColor();
 }
 
+void QkCustomControl::FollowTable(COLORREF QkCustomControl::*field, UiColor index) {
+    this->*field = GetUIColor(index);
+    m_tableColours.push_back({field, index, this->*field});
+}
+
+void QkCustomControl::RenewTableColours() {
+    for (TableColour& colour : m_tableColours) {
+        const COLORREF now = GetUIColor(colour.index);
+        if (this->*colour.field == colour.taken)
+            this->*colour.field = now;
+        colour.taken = now;
+    }
+}
+
 UINT QkCustomControl::TextFlags() const {
     UINT flags = 0;
+    const LONG_PTR exStyle = GetWindowLongPtrW(m_hWnd, GWL_EXSTYLE);
+    // A mirrored window reads from right to left by itself.
+    if ((exStyle & WS_EX_RTLREADING) != 0 && (exStyle & WS_EX_LAYOUTRTL) == 0)
+        flags |= DT_RTLREADING;
     if (GetWindowLongPtrW(m_hWnd, GWL_STYLE) & BS_MULTILINE)
         flags |= DT_WORDBREAK;
     if (!m_bHonourUiState || uiStateHas(m_hWnd, UISF_HIDEACCEL))

@@ -61,6 +61,7 @@ WindowTest::~WindowTest() {
     moveAway();
     EXPECT_EQ(windowCount(), before_.windows) << "the test left windows behind";
     closeLeftovers();
+    EXPECT_EQ(faultWatch_.faults(), 0) << "memory faults in window procedures";
     const Holdings after = holdings();
     EXPECT_LE(after.gdiObjects - after.fonts,
               before_.gdiObjects - before_.fonts + allowedGrowth_ + kWobble)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/Accessible.h"
+#include "support/FaultWatch.h"
 #include "support/GdiCount.h"
 #include "support/HostDialog.h"
 #include "support/Input.h"
@@ -15,18 +16,21 @@ namespace QkDlgTest {
 
 /// Base of tests with windows. Each starts with the mouse away, and each is a leak test as well:
 /// when it is over, members of derived fixtures included, there are as many windows and no more
-/// GDI objects, but for a few of the system's own, as before. Fonts do not count, since the process
-/// keeps them in a cache.
+/// GDI objects, but for a few of the system's own, as before, and no memory fault was ignored.
+/// Fonts do not count, since the process keeps them in a cache.
 class WindowTest : public testing::Test {
+public:
+    ~WindowTest() override;
+
 protected:
     WindowTest();
-    ~WindowTest() override;
 
     /// For a test that is the first to fill some other cache of the process.
     void allowGdiGrowth(int objects) { allowedGrowth_ = objects; }
 
 private:
     Holdings before_;
+    FaultWatch faultWatch_;
     int allowedGrowth_ = 0;
 };
 

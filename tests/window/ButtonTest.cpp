@@ -125,8 +125,72 @@ TEST_F(ButtonTest, BlueButtonShowsARingOnTheParentWhileHotOrPressed) {
     EXPECT_EQ(ring(), kAccent);
     EXPECT_EQ(faceOf(button), kAccent);
     release();
+    EXPECT_EQ(ring(), kAccent) << "the mouse is still there";
     moveAway();
     EXPECT_EQ(ring(), kWhite);
+}
+
+TEST_F(ButtonTest, RingGoesWithTheButton) {
+    const HWND button = addButton();
+    auto control = flat<QkFlatBlueBtn>(button);
+    RECT around{};
+    GetWindowRect(button, &around);
+    InflateRect(&around, 2, 2);
+    const auto expectGone = [&](const char* after) {
+        drain();
+        EXPECT_FALSE(onDesktop(around).boundingBoxOf(kAccent)) << after;
+    };
+    moveTo(button);
+    MoveWindow(button, scaled(150), scaled(120), scaled(100), scaled(30), TRUE);
+    expectGone("moved");
+    SetWindowPos(button, nullptr, scaled(30), scaled(30), 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    moveAway();
+    moveTo(button);
+    ShowWindow(button, SW_HIDE);
+    expectGone("hidden");
+    ShowWindow(button, SW_SHOW);
+    moveAway();
+    moveTo(button);
+    DestroyWindow(button);
+    expectGone("destroyed");
+}
+
+TEST_F(ButtonTest, DisablingWhileHotOrPressedEndsTheLook) {
+    const HWND button = addButton();
+    const auto control = flat<QkFlatBtn>(button);
+    moveTo(button);
+    press();
+    EnableWindow(button, FALSE);
+    EXPECT_EQ(faceOf(button), kFace);
+    EXPECT_EQ(borderOf(button), kBorder);
+    releaseEverything();
+}
+
+TEST_F(ButtonTest, DoubleClickWithoutCaptureEndsThePress) {
+    const HWND button = addButton(BS_PUSHBUTTON | BS_NOTIFY);
+    const auto control = flat<QkFlatBtn>(button);
+    SendMessageW(button, WM_LBUTTONDBLCLK, MK_LBUTTON, 0);
+    EXPECT_NE(faceOf(button), kPressed) << "the standard button only tells BN_DOUBLECLICKED";
+}
+
+TEST_F(ButtonTest, ObjectMadeInHighContrastLosesItsColoursWithIt) {
+    const SystemColours scheme(
+        {{COLOR_HOTLIGHT, RGB(255, 255, 0)}, {COLOR_GRADIENTACTIVECAPTION, RGB(0, 0, 0)}});
+    const HWND blue = addButton();
+    const HWND plain = addButton(BS_PUSHBUTTON, L"Plain", kSecond);
+    std::unique_ptr<QkFlatBtn> blueControl;
+    std::unique_ptr<QkFlatBtn> plainControl;
+    {
+        const HighContrast contrast;
+        blueControl = flat<QkFlatBlueBtn>(blue);
+        plainControl = flat<QkFlatBtn>(plain);
+        EXPECT_EQ(blueControl->GetConfiguredBkColor(), RGB(255, 255, 0));
+    }
+    InvalidateRect(blue, nullptr, FALSE);
+    drain();
+    EXPECT_EQ(faceOf(blue), kAccent);
+    moveTo(plain);
+    EXPECT_TRUE(pumpUntil([&] { return faceOf(plain) == kHover; }));
 }
 
 TEST_F(ButtonTest, RingLeavesNoTraceOnAColouredParent) {

@@ -637,27 +637,6 @@ TEST_P(ComboStyleTest, ParentHearsWhatAPlainComboTells) {
     EXPECT_EQ(tryCombo(true), plain);
 }
 
-/// Counts memory faults: the system ignores those of a window procedure that it calls itself.
-class FaultWatch {
-public:
-    FaultWatch() : handler_(AddVectoredExceptionHandler(1, &count)) { faults_ = 0; }
-    ~FaultWatch() { RemoveVectoredExceptionHandler(handler_); }
-    FaultWatch(const FaultWatch&) = delete;
-    FaultWatch& operator=(const FaultWatch&) = delete;
-
-    [[nodiscard]] static int faults() { return faults_; }
-
-private:
-    static LONG CALLBACK count(EXCEPTION_POINTERS* exception) {
-        if (exception->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION)
-            ++faults_;
-        return EXCEPTION_CONTINUE_SEARCH;
-    }
-
-    static inline int faults_ = 0;
-    void* handler_;
-};
-
 /// Deletes a combo's object while its list is open, and spoils the object's memory.
 template <typename Control>
 void deleteWhileOpen(HWND combo) {

@@ -46,6 +46,10 @@ protected:
         return heard;
     }
 
+    static bool hasSplitButtons() {
+        return FindResourceW(nullptr, MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(24)) != nullptr;
+    }
+
     static Box darkPart(const Image& image) {
         return image.boundingBoxOf([](COLORREF colour) { return GetRValue(colour) < 0xA0; })
             .value_or(Box());
@@ -63,6 +67,35 @@ TEST_F(CompoundButtonTest, FaceClicksAndArrowDropsDownAsThePlainButtonDoes) {
         return std::count(plain.begin(), plain.end(), what);
     };
     EXPECT_GE(count(command(kButton, BN_CLICKED)), 1);
+    if (hasSplitButtons()) {
+        EXPECT_EQ(count(command(kButton, BN_CLICKED)), 1);
+        EXPECT_EQ(count(notified(kButton, BCN_DROPDOWN)), 1);
+    }
+}
+
+TEST_F(CompoundButtonTest, ArrowIsNotLeftPressedByItsMenu) {
+    if (!hasSplitButtons())
+        GTEST_SKIP() << "split buttons need version 6 of the common controls";
+    const HWND window = addFlat<QkFlatDropBtn>(BS_SPLITBUTTON, L"Drop");
+    const HMENU menu = CreatePopupMenu();
+    AppendMenuW(menu, MF_STRING, 1, L"Item");
+    int opened = 0;
+    host_.onMessage([&](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+        const bool drops =
+            message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lParam)->code == BCN_DROPDOWN;
+        if (!drops)
+            return std::nullopt;
+        ++opened;
+        // The menu takes the mouse; the release that follows goes to it.
+        PostMessageW(host_.window(), WM_CANCELMODE, 0, 0);
+        TrackPopupMenu(menu, 0, 0, 0, 0, host_.window(), nullptr);
+        return 0;
+    });
+    click(window, scaled(120) - scaled(7), scaled(20));
+    moveAway();
+    EXPECT_EQ(onScreen(window).at(3, 3), kFace);
+    EXPECT_GE(opened, 1);
+    DestroyMenu(menu);
 }
 
 TEST_F(CompoundButtonTest, ArrowStandsAtTheRightOfTheCaption) {

@@ -24,7 +24,7 @@ protected:
     void expectShown(bool on) {
         EXPECT_EQ(isOn(), on);
         EXPECT_EQ(textOf(window_), on ? L"On" : L"Off");
-        drain();
+        UpdateWindow(window_);
         EXPECT_THAT(onScreen(window_), looksLike(printed(window_)));
         const RECT& thumb = switch_.GetThumb();
         const RECT& track = switch_.GetTrack();
@@ -82,8 +82,33 @@ TEST_F(SwitchTest, ClickWithATremblingHandStillCounts) {
 TEST_F(SwitchTest, SpaceBarGoesThroughTheStandardCheckBox) {
     focus(window_);
     keyTap(VK_SPACE);
+    EXPECT_FALSE(GetUpdateRect(window_, nullptr, FALSE)) << "shown at once";
     expectShown(true);
     EXPECT_EQ(host_.timesHeard(command(kSwitch, BN_CLICKED)), 1);
+}
+
+TEST_F(SwitchTest, ClickByMessageTellsTheHostAndHeedsNoMouse) {
+    const POINT right = onTrack(95);
+    moveTo(window_, right.x, right.y);
+    for (const bool on : {true, false}) {
+        InvalidateRect(window_, nullptr, FALSE);
+        SendMessageW(window_, BM_CLICK, 0, 0);
+        expectShown(on);
+    }
+    EXPECT_EQ(host_.timesHeard(command(kSwitch, BN_CLICKED)), 2);
+}
+
+TEST_F(SwitchTest, PressEndsWhereTheHostTakesTheFocusBack) {
+    const HWND edit = host_.add(L"edit", L"", WS_TABSTOP, scaledArea(20, 100, 100, 24), 7);
+    focus(edit);
+    host_.onMessage([&](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_COMMAND && wParam == MAKEWPARAM(7, EN_KILLFOCUS))
+            SetFocus(edit);
+        return std::nullopt;
+    });
+    click(window_);
+    EXPECT_EQ(GetCapture(), nullptr);
+    expectShown(false);
 }
 
 TEST_F(SwitchTest, DragSetsTheSideWhereTheThumbIsLetGo) {
