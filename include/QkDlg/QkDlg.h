@@ -2,8 +2,9 @@
  * The C interface of QkDlg64.dll and QkDlg32.dll: four functions, C linkage, __cdecl.
  * Any language that can call a C function can use them.
  *
- * All four are meant for the thread that owns the windows. FlatStyleEnabled and GetUIColor touch
- * nothing that changes and may be called from any thread. No error code and no exception comes
+ * CreateQkCustomControl and DeleteQkCustomControl are meant for the one GUI thread that owns all
+ * windows handed to them. FlatStyleEnabled and GetUIColor touch nothing that changes and may be
+ * called from any thread. No error code and no exception comes
  * out of any of them.
  */
 #ifndef QKDLG_QKDLG_H
@@ -42,7 +43,8 @@ enum QkControlType {
 /*
  * Makes the existing child window `control` flat and returns the object that does it. The window
  * stays what it was: the same state, the same notifications to its parent, the same accessible
- * name and role. The caller owns the object from here on.
+ * name and role (but QK_TOGGLE sets the text "On" or "Off"). The caller owns the object from here
+ * on. A window that does not exist, or is another thread's, gives an object that does nothing.
  */
 QkControlObject* __cdecl CreateQkCustomControl(HWND control, int type) QKDLG_NOEXCEPT;
 
