@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "support/MessageLoop.h"
-#include "support/Messages.h"
 
 namespace QkDlgTest {
 
@@ -49,7 +48,7 @@ bool isCustomDraw(UINT message, LPARAM lp) {
 }  // namespace
 
 std::ostream& operator<<(std::ostream& out, const Heard& heard) {
-    out << messageName(heard.message) << " from " << heard.id << " code " << heard.code;
+    out << "message " << heard.message << " from " << heard.id << " code " << heard.code;
     if (heard.position != 0)
         out << " position " << heard.position;
     return out;

@@ -4,14 +4,12 @@
 #include <ostream>
 #include <utility>
 
-#include "support/Messages.h"
-
 namespace QkDlgTest {
 
 TimerWatch* TimerWatch::current_ = nullptr;
 
 std::ostream& operator<<(std::ostream& out, const Spied& spied) {
-    return out << messageName(spied.message) << "(" << spied.wp << ", " << spied.lp
+    return out << "message " << spied.message << "(" << spied.wp << ", " << spied.lp
                << ") = " << spied.result;
 }
 

@@ -183,13 +183,6 @@ Image Image::part(const Box& box) const {
     return {box.right - box.left, box.bottom - box.top, std::move(pixels)};
 }
 
-Image Image::mirrored() const {
-    Image result = *this;
-    for (auto row = result.pixels_.begin(); row != result.pixels_.end(); row += width_)
-        std::reverse(row, row + width_);
-    return result;
-}
-
 std::optional<POINT> Image::firstDifference(const Image& other) const {
     if (width_ != other.width_ || height_ != other.height_)
         return std::nullopt;

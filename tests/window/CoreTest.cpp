@@ -81,15 +81,6 @@ TEST(UiColours, TurnToSystemColoursInHighContrastAtOnce) {
     EXPECT_EQ(GetUIColor(UICLR_ACCENT), 0xC0761Bu);
 }
 
-TEST(UiColours, LowColourIsBelow32Bits) {
-    {
-        const ScreenDepth depth(16);
-        EXPECT_TRUE(IsLowColourDisplay());
-    }
-    const ScreenDepth depth(32);
-    EXPECT_FALSE(IsLowColourDisplay());
-}
-
 struct BitmapSet {
     UINT firstId;
     UINT sets;
