@@ -26,6 +26,9 @@ protected:
     /// What box and circle are drawn in on the window colour of a high-contrast scheme.
     [[nodiscard]] COLORREF HighContrastInk() const;
 
+    /// How thick their lines are there, for a picture of that width; pixels.
+    [[nodiscard]] static int HighContrastLine(int pictureWidth);
+
     ImageIdList m_imgChecked;
     ImageIdList m_imgUnchecked;
     ImageIdList m_imgCheckedDisabled;

@@ -34,6 +34,13 @@ COLORREF QkFlatBmpToggleBase::HighContrastInk() const {
                                    : GetUIColor(UICLR_GREY);
 }
 
+int QkFlatBmpToggleBase::HighContrastLine(int pictureWidth) {
+    constexpr int thinBelow = 32;
+    constexpr int thin = 2;
+    constexpr int share = 16;
+    return pictureWidth < thinBelow ? thin : pictureWidth / share;
+}
+
 void QkFlatBmpToggleBase::Attach(HWND hwnd) {
     m_images = SendMessageW(hwnd, BM_GETCHECK, 0, 0) == BST_CHECKED ? m_imgChecked : m_imgUnchecked;
     m_bImageRight = (GetWindowLongPtrW(hwnd, GWL_STYLE) & BS_LEFTTEXT) != 0 ? 1 : 0;

@@ -74,6 +74,9 @@ QkFlatBtn::QkFlatBtn(UINT id, const UINT32* imageIds, std::wstring_view fontFace
 
 QkFlatBtn::~QkFlatBtn() {
     EndEffects();
+    // A window that is still there goes on with its standard look.
+    if (m_hWnd)
+        InvalidateRect(m_hWnd, nullptr, TRUE);
 }
 
 // Painting

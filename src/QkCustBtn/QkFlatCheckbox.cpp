@@ -14,10 +14,6 @@ constexpr UINT32 kCheckedDisabled = 62032;
 constexpr UINT32 kUncheckedDisabled = 62040;
 constexpr UINT32 kUnchecked = 62048;
 
-// High-contrast drawing
-constexpr int kThinLine = 2;
-constexpr int kThinLineBelow = 32;  // bitmap width
-constexpr int kLineShare = 16;
 constexpr int kMarkShare = 4;
 
 }  // namespace
@@ -38,8 +34,7 @@ void QkFlatCheckbox::DrawImage(HDC hdc, HBITMAP bitmap, int x, int y) {
     }
     const Size size = bitmapSize(bitmap);
     const COLORREF ink = HighContrastInk();
-    const int line = size.width < kThinLineBelow ? kThinLine : size.width / kLineShare;
-    frameRect(hdc, {x, y, x + size.width, y + size.height}, ink, line);
+    frameRect(hdc, {x, y, x + size.width, y + size.height}, ink, HighContrastLine(size.width));
     if (!IsChecked())
         return;
     // The width serves for both axes, also of a picture that is not square.

@@ -12,10 +12,6 @@ constexpr UINT32 kCheckedDisabled = 62064;
 constexpr UINT32 kUncheckedDisabled = 62072;
 constexpr UINT32 kUnchecked = 62080;
 
-// High-contrast drawing
-constexpr int kThinLine = 2;
-constexpr int kThinLineBelow = 32;  // bitmap width
-constexpr int kLineShare = 16;
 constexpr COLORREF kRim = 0xC0C0C0;
 
 constexpr int kFocusInset = 2;
@@ -45,7 +41,7 @@ void QkFlatRadio::DrawImage(HDC hdc, HBITMAP bitmap, int x, int y) {
     }
     // The width serves for both axes, also of a picture that is not square.
     const int width = bitmapSize(bitmap).width;
-    const int line = width < kThinLineBelow ? kThinLine : width / kLineShare;
+    const int line = HighContrastLine(width);
     const COLORREF ink = HighContrastInk();
     const UniqueBrush ground = solidBrush(GetSysColor(COLOR_WINDOW));
     drawEllipse(hdc, {x + 1, y, x + 1 + width, y + width}, ground.get(), 1, kRim);

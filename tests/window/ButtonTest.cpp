@@ -331,8 +331,10 @@ TEST_F(ButtonTest, ObjectDeletedEarlyLeavesAWorkingStandardButton) {
     const HWND button = addButton();
     auto control = flat<QkFlatBtn>(button);
     moveTo(button);
+    const Image flatLook = onScreen(button);
     control.reset();
     pump(50);
+    EXPECT_NE(onScreen(button), flatLook);
     press();
     release();
     moveAway();
