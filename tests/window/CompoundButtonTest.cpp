@@ -16,7 +16,6 @@ namespace {
 constexpr int kButton = 101;
 
 constexpr COLORREF kFace = RGB(246, 246, 246);
-constexpr COLORREF kBorder = RGB(192, 192, 192);
 constexpr COLORREF kHotBorder = RGB(126, 180, 234);
 
 class CompoundButtonTest : public WindowTest {
