@@ -223,7 +223,7 @@ TEST_F(ToggleTest, MirroredDialogMirrorsThePlaceNotTheCheckMark) {
 }
 
 TEST_F(ToggleTest, AccessibilityKnowsTheSameToggles) {
-    for (const DWORD style : {BS_AUTOCHECKBOX, BS_AUTORADIOBUTTON}) {
+    for (const DWORD style : {DWORD{BS_AUTOCHECKBOX}, DWORD{BS_AUTORADIOBUTTON}}) {
         const HWND toggle = add(kFirst, style);
         SendMessageW(toggle, BM_SETCHECK, BST_CHECKED, 0);
         const Accessible before = accessible(toggle);
