@@ -30,10 +30,10 @@ using PageHook = INT_PTR (*)(HWND page, UINT message, WPARAM wParam, LPARAM lPar
 constexpr UINT kPageReady = WM_APP;
 
 struct Page {
-    const wchar_t* name;   // for --page
-    const wchar_t* title;  // for the reader
-    int dialogId;
-    std::span<const FlatControl> (*flatControls)();
+    const wchar_t* name = nullptr;   // for --page
+    const wchar_t* title = nullptr;  // for the reader
+    int dialogId = 0;
+    std::span<const FlatControl> (*flatControls)() = nullptr;
     PageHook hook = nullptr;
 };
 

@@ -53,14 +53,17 @@ def compile_commands(root, presets):
 
 def for_clang(command):
     """The object that a compiler command makes, and the command's arguments for clang-tidy."""
-    arguments, output, rest = [], None, iter(command[1:])
+    # clang's own command wraps the arguments of its precompiled header, which is not used here.
+    arguments, output, rest = [], None, (each for each in command[1:] if each != "-Xclang")
     for argument in rest:
         if argument == "-o":
             output = next(rest)
         elif argument == "-c":
             next(rest)
+        elif argument == "-include-pch":
+            next(rest)
         elif argument == "-include":
-            # Given this way, clang takes the header itself, not GCC's precompiled form beside it.
+            # Given this way, clang takes the header itself, not its precompiled form beside it.
             arguments += ["-Xclang", "-include", "-Xclang", next(rest)]
         else:
             arguments.append(argument)

@@ -35,7 +35,6 @@ TEST(Narrow, RefusesWhatDoesNotFit) {
     EXPECT_FALSE(QkLib::tryNarrow<std::int8_t>(std::numeric_limits<int>::max()));
 }
 
-using QkDlg::FontDescription;
 using QkDlg::FontSubstitutions;
 
 std::wstring substituted(const FontSubstitutions& table, const std::wstring& face, int size) {
