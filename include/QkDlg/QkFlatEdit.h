@@ -58,6 +58,9 @@ protected:
     [[nodiscard]] HBRUSH GroundBrush(HDC hdc) const;
     /// Once the subclass procedure is there: colours, margins and the first paint.
     void ShowNewLook();
+    /// Whether an object still lives and is bound to the window. To be asked before a member is
+    /// touched after a call that may have run the host's code.
+    static bool IsBound(const QkFlatEdit* edit, HWND hwnd);
     static void Place(HWND helper, const RECT& place);
     /// What every flat edit does about a message, passing it on included.
     LRESULT HandleCommon(const Message& message);
@@ -78,6 +81,7 @@ private:
 
     void PaintFrame(HDC hdc);
     void PaintMargin();
+    void DrawMargin(HDC hdc) const;
     void CoverOwnBorder();
     [[nodiscard]] POINT WindowCorner(POINT moved) const;
 

@@ -22,7 +22,7 @@ public:
     /// Shows frame and eye only for a `show` of exactly 1.
     void ShowFrame(WPARAM show) override;
 
-    /// Shows the text or masks it, and gives the focus to the dialog. Nothing once the eye is off.
+    /// Shows the text or masks it, and gives the edit the focus. Nothing once the eye is off.
     void ToggleReveal();
     void TurnEyeOff();
 
@@ -46,14 +46,13 @@ private:
     void RegisterTool();
     void DestroyHelpers();
 
-    void SetMask(bool masked);
     void PaintEye(HDC hdc);
     void PaintEyeNow();
     void DrawEye(HDC hdc);
     void BlankEye(HDC hdc, COLORREF colour);
     void SetEyeAvailable(bool available);
     void Resynchronise();
-    void OnKey(WPARAM key);
+    void OnKey(WPARAM key, bool repeated);
     void TakeFocusBack();
 
     HWND m_tooltipWindow = nullptr;
@@ -61,7 +60,6 @@ private:
     bool m_revealed = false;        ///< the text is shown plainly
     bool m_refocusPending = false;  ///< the eye's next paint gives the focus back to the edit
     bool m_eyeEnabled = true;       ///< showing and masking is available
-    bool m_toggling = false;        ///< reveal state and password character differ for a moment
 };
 
 }  // namespace QkDlg

@@ -20,7 +20,8 @@ public:
     /// A window timer's tick: the marquee's moves the block and paints at once.
     virtual void OnTimerTick(UINT_PTR timer);
 
-    /// Starts or stops the marquee, as PBM_SETMARQUEE does. Only for bars with PBS_MARQUEE.
+    /// Starts or stops the marquee, as PBM_SETMARQUEE does. Starts only on bars with PBS_MARQUEE;
+    /// a bar that loses the style shows its position again.
     void SetMarquee(bool on);
 
 private:
@@ -30,7 +31,7 @@ private:
     [[nodiscard]] bool HasStyle(LONG_PTR style) const;
     [[nodiscard]] COLORREF BarColour() const;
     [[nodiscard]] RECT FillRectangle(const RECT& client) const;
-    void StopTimer();
+    void EndMarquee();
 
     bool m_marqueeOn = false;     ///< the marquee is running
     UINT_PTR m_marqueeTimer = 0;  ///< its timer, 0 for none

@@ -1,5 +1,7 @@
 #include "QkDlg/QkFlatEdit.h"
 
+#include <utility>
+
 #include "QkCustCtrl/CachedBrush.h"
 #include "QkCustCtrl/EditLayout.h"
 #include "QkCustCtrl/LiveControls.h"
@@ -29,23 +31,6 @@ LONG_PTR takeStyle(HWND hwnd, int index, LONG_PTR bits) {
 void giveStyle(HWND hwnd, int index, LONG_PTR bits) {
     SetWindowLongPtrW(hwnd, index, GetWindowLongPtrW(hwnd, index) | bits);
 }
-
-/// A DC of a window with its border and scroll bars.
-class WholeWindowDc {
-public:
-    explicit WholeWindowDc(HWND hwnd) : m_hwnd(hwnd), m_dc(GetWindowDC(hwnd)) {}
-    ~WholeWindowDc() { ReleaseDC(m_hwnd, m_dc); }
-    WholeWindowDc(const WholeWindowDc&) = delete;
-    WholeWindowDc& operator=(const WholeWindowDc&) = delete;
-    WholeWindowDc(WholeWindowDc&&) = delete;
-    WholeWindowDc& operator=(WholeWindowDc&&) = delete;
-
-    [[nodiscard]] HDC get() const { return m_dc; }
-
-private:
-    HWND m_hwnd;
-    HDC m_dc;
-};
 
 /// Frames a rectangle with a brush, `times` times inwards.
 void frameWith(HDC dc, RECT rect, HBRUSH brush, int times) {
@@ -116,8 +101,11 @@ void QkFlatEdit::DrawFocus(HDC) {}
 void QkFlatEdit::PaintFrame(HDC hdc) {
     const bool readOnly = (GetWindowLongPtrW(m_hWnd, GWL_STYLE) & ES_READONLY) != 0;
     const COLORREF colour = readOnly ? GetParentBkColor(m_hWnd) : GetUIColor(UICLR_LINE);
+    const RECT client = clientRect(m_frameWindow);
+    const int width = m_frameWidth;
+    // This may ask the host, who may end the object.
     PaintFrameInside(hdc);
-    frameRect(hdc, clientRect(m_frameWindow), colour, m_frameWidth);
+    frameRect(hdc, client, colour, width);
 }
 
 void QkFlatEdit::PaintFrameInside(HDC) {}
@@ -132,21 +120,26 @@ HBRUSH QkFlatEdit::GroundBrush(HDC hdc) const {
 
 // Where the standard edit had its border outside the client area.
 void QkFlatEdit::PaintMargin() {
-    if (m_margin == 0)
-        return;
-    const WholeWindowDc window(m_hWnd);
+    if (m_margin != 0)
+        DrawMargin(WholeWindowDc(m_hWnd).get());
+}
+
+void QkFlatEdit::DrawMargin(HDC hdc) const {
+    const int margin = m_margin;
     RECT whole = windowRectIn(m_hWnd, HWND_DESKTOP);
     OffsetRect(&whole, -whole.left, -whole.top);
-    frameWith(window.get(), whole, GroundBrush(window.get()), m_margin);
+    const HBRUSH ground = GroundBrush(hdc);
+    frameWith(hdc, whole, ground, margin);
 }
 
 // Where the standard edit draws a border inside its client area: it does not get to.
 void QkFlatEdit::CoverOwnBorder() {
     if (!m_drawsOwnBorder)
         return;
-    const WindowDc window(m_hWnd);
-    frameWith(window.get(), clientRect(m_hWnd), GroundBrush(window.get()), 1);
-    validateEdges(m_hWnd);
+    const HWND edit = m_hWnd;
+    const WindowDc window(edit);
+    frameWith(window.get(), clientRect(edit), GroundBrush(window.get()), 1);
+    validateEdges(edit);
 }
 
 void QkFlatEdit::RefreshFrame() {
@@ -216,8 +209,9 @@ LRESULT QkFlatEdit::HandleCommon(const Message& message) {
         case WM_ENABLE:
         case EM_SETREADONLY: {
             const LRESULT result = message.passOn();
-            RefreshFrame();
-            RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+            if (IsBound(this, message.hwnd))
+                RefreshFrame();
+            RedrawWindow(message.hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
             return result;
         }
         case WM_NCCALCSIZE:
@@ -225,13 +219,30 @@ LRESULT QkFlatEdit::HandleCommon(const Message& message) {
             break;
         case WM_NCPAINT: {
             const LRESULT result = message.passOn();
-            PaintMargin();
+            if (IsBound(this, message.hwnd))
+                PaintMargin();
             return result;
         }
-        case WM_PAINT:
-            if (message.wParam == 0)
-                CoverOwnBorder();
-            break;
+        case WM_PRINT: {
+            const LRESULT result = message.passOn();
+            const bool prints = (message.lParam & PRF_NONCLIENT) != 0 &&
+                                ((message.lParam & PRF_CHECKVISIBLE) == 0 ||
+                                 IsWindowVisible(message.hwnd) != FALSE);
+            if (prints && IsBound(this, message.hwnd))
+                DrawMargin(reinterpret_cast<HDC>(message.wParam));
+            return result;
+        }
+        case WM_PAINT: {
+            // A DC in wParam is somebody else's picture.
+            if (message.wParam != 0)
+                break;
+            CoverOwnBorder();
+            const LRESULT result = message.passOn();
+            // The host may have changed its answer since the last WM_NCPAINT.
+            if (IsBound(this, message.hwnd))
+                PaintMargin();
+            return result;
+        }
         default: break;
     }
     return message.passOn();
@@ -301,6 +312,10 @@ void QkFlatEdit::Prepare(HWND hwnd) {
     m_margin = borderThickness(m_borderStyle, m_borderExStyle);
 }
 
+bool QkFlatEdit::IsBound(const QkFlatEdit* edit, HWND hwnd) {
+    return livingControl<QkFlatEdit>(hwnd, reinterpret_cast<DWORD_PTR>(edit)) != nullptr;
+}
+
 void QkFlatEdit::Release() {
     if (!m_hWnd)
         return;
@@ -314,9 +329,10 @@ void QkFlatEdit::Release() {
 }
 
 void QkFlatEdit::ShowNewLook() {
+    const HWND edit = m_hWnd;
     answerColoursForParent(*this);
-    SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, kFrameChanged);
-    RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW);
+    SetWindowPos(edit, nullptr, 0, 0, 0, 0, kFrameChanged);
+    RedrawWindow(edit, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW);
 }
 
 bool QkFlatEdit::StartsShown() const {
@@ -349,9 +365,9 @@ void QkFlatEdit::CreateFrame(bool withEye) {
 }
 
 void QkFlatEdit::DestroyFrame() {
-    if (m_frameWindow)
-        DestroyWindow(m_frameWindow);
-    m_frameWindow = nullptr;
+    // The host hears of the end, and may delete this object meanwhile.
+    if (const HWND frame = std::exchange(m_frameWindow, nullptr))
+        DestroyWindow(frame);
 }
 
 void QkFlatEdit::Attach(HWND hwnd) {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <utility>
 
 #include "QkCustCtrl/EditLayout.h"
 #include "QkCustCtrl/LiveControls.h"
@@ -37,10 +38,6 @@ QkFlatPassword* passwordOfEye(HWND eye, DWORD_PTR referenceData) {
     auto* const password = dynamic_cast<QkFlatPassword*>(LiveControls::find(referenceData));
     const bool fits = password && password->GetWindow() && password->GetEyeButton() == eye;
     return fits ? password : nullptr;
-}
-
-bool isAlive(const QkFlatPassword* password) {
-    return LiveControls::find(reinterpret_cast<DWORD_PTR>(password)) != nullptr;
 }
 
 TOOLINFOW toolOf(HWND eye, UINT size) {
@@ -79,6 +76,16 @@ void putCaretAtEnd(HWND edit) {
     SendMessageW(edit, EM_SETSEL, static_cast<WPARAM>(length), length);
 }
 
+/// Masks the text or shows it, on the screen as well. May run the host's code.
+void setMask(HWND edit, bool masked) {
+    SendMessageW(edit, EM_SETPASSWORDCHAR, masked ? kMaskCharacter : 0, 0);
+    SetWindowPos(edit, nullptr, 0, 0, 0, 0,
+                 SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    // Giving the focus to the dialog and taking it back would redraw the edit too. But a dialog
+    // hands the focus on to its first control, which then selects its text and notifies the host.
+    RedrawWindow(edit, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+}
+
 }  // namespace
 
 QkFlatPassword::QkFlatPassword(UINT id, std::wstring_view cueText) : QkFlatEdit(id, cueText) {}
@@ -88,73 +95,75 @@ QkFlatPassword::~QkFlatPassword() {
     const bool masks = m_hWnd && m_revealed && m_eyeEnabled;
     m_eyeEnabled = false;
     if (masks)
-        SetMask(true);
+        setMask(m_hWnd, true);
     DestroyHelpers();
     Release();
 }
 
 // Revealing and masking
 
-void QkFlatPassword::SetMask(bool masked) {
-    SendMessageW(m_hWnd, EM_SETPASSWORDCHAR, masked ? kMaskCharacter : 0, 0);
-    SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0,
-                 SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
-    InvalidateRect(m_hWnd, nullptr, TRUE);
-    // A masked text is off the screen before anything else happens.
-    if (masked)
-        UpdateWindow(m_hWnd);
-}
-
 void QkFlatPassword::ToggleReveal() {
-    if (!m_eyeEnabled || m_toggling)
+    if (!m_eyeEnabled || !m_hWnd)
         return;
-    m_toggling = true;
-    m_revealed = !m_revealed;
-    // Changes of the focus run the host's code, which may end the edit and this object.
-    SetFocus(m_hWnd);
-    if (!isAlive(this) || !m_hWnd)
+    const HWND edit = m_hWnd;
+    const bool reveal = !m_revealed;
+    if (!reveal) {
+        // Before the focus changes, as that runs the host's code with the text still to be seen.
+        m_revealed = false;
+        setMask(edit, true);
+        if (IsBound(this, edit))
+            SetFocus(edit);
         return;
-    SetMask(!m_revealed);
-    m_toggling = false;
-    SetFocus(GetParent(m_hWnd));
+    }
+    SetFocus(edit);
+    if (!IsBound(this, edit) || !m_eyeEnabled)
+        return;
+    m_revealed = true;
+    setMask(edit, false);
 }
 
 // Brings the reveal state in line when somebody else changed the edit's password character.
+// Painting does this, and must not take the keyboard away from where the user is.
 void QkFlatPassword::Resynchronise() {
-    if (m_toggling || hasStyle(m_hWnd, ES_PASSWORD) != m_revealed)
+    const bool masked = hasStyle(m_hWnd, ES_PASSWORD);
+    if (masked != m_revealed)
         return;
-    const HWND focused = GetFocus();
-    ToggleReveal();
-    // Painting must not take the keyboard away from where the user is.
-    if (focused && GetFocus() != focused)
-        SetFocus(focused);
+    m_revealed = !masked;
+    setMask(m_hWnd, masked);
 }
 
 void QkFlatPassword::TurnEyeOff() {
+    const HWND edit = m_hWnd;
     m_eyeEnabled = false;
     if (m_eyeButton) {
         BlankEye(WindowDc(m_eyeButton).get(), kNoEye);
         SetEyeAvailable(false);
+        if (!IsBound(this, edit))
+            return;
     }
-    SetMask(false);
+    setMask(edit, false);
 }
 
 void QkFlatPassword::OnLButtonDown(int, int) {
+    const HWND edit = m_hWnd;
     m_refocusPending = true;
     ToggleReveal();
-    if (isAlive(this) && m_eyeButton)
+    if (IsBound(this, edit) && m_eyeButton)
         InvalidateRect(m_eyeButton, nullptr, FALSE);
 }
 
 // Painting
 
 void QkFlatPassword::SetEyeAvailable(bool available) {
-    if (hasStyle(m_eyeButton, WS_VISIBLE) == available &&
-        hasStyle(m_eyeButton, WS_DISABLED) != available)
+    const HWND edit = m_hWnd;
+    const HWND eye = m_eyeButton;
+    if (hasStyle(eye, WS_VISIBLE) == available && hasStyle(eye, WS_DISABLED) != available)
         return;
-    ShowWindow(m_eyeButton, available ? SW_SHOWNA : SW_HIDE);
-    EnableWindow(m_eyeButton, available);
-    RefreshFrame();
+    // An eye that goes with the focus passes it on.
+    ShowWindow(eye, available ? SW_SHOWNA : SW_HIDE);
+    EnableWindow(eye, available);
+    if (IsBound(this, edit))
+        RefreshFrame();
 }
 
 void QkFlatPassword::BlankEye(HDC hdc, COLORREF colour) {
@@ -164,16 +173,18 @@ void QkFlatPassword::BlankEye(HDC hdc, COLORREF colour) {
 void QkFlatPassword::PaintEye(HDC hdc) {
     if (!m_eyeEnabled || !m_eyeButton || !IsWindowVisible(m_hWnd))
         return;
+    const HWND edit = m_hWnd;
     Resynchronise();
-    if (!isAlive(this) || !m_eyeButton)
+    if (!IsBound(this, edit) || !m_eyeButton)
         return;
-    if (hasStyle(m_hWnd, WS_DISABLED)) {
+    if (hasStyle(edit, WS_DISABLED)) {
         BlankEye(hdc, kDisabledEye);
         SetEyeAvailable(false);
         return;
     }
     SetEyeAvailable(true);
-    DrawEye(hdc);
+    if (IsBound(this, edit) && m_eyeButton)
+        DrawEye(hdc);
 }
 
 void QkFlatPassword::PaintEyeNow() {
@@ -224,28 +235,34 @@ void QkFlatPassword::OnMove(int x, int y) {
 
 void QkFlatPassword::FollowEdit() {
     const Rect edit = fromWin32(windowRectIn(m_hWnd, GetParent(m_hWnd)));
+    const HWND eye = m_eyeButton;
     Place(m_frameWindow, toWin32(frameRectAround(edit, m_frameWidth, true)));
-    Place(m_eyeButton, toWin32(eyeRect(edit)));
+    Place(eye, toWin32(eyeRect(edit)));
 }
 
 void QkFlatPassword::ShowFrame(WPARAM show) {
     const bool shown = show == 1;
+    const bool eyeShown = shown && m_eyeEnabled;
+    const HWND eye = m_eyeButton;
     QkFlatEdit::ShowFrame(shown ? 1 : 0);
-    if (m_eyeButton)
-        ShowWindow(m_eyeButton, shown && m_eyeEnabled ? SW_SHOW : SW_HIDE);
+    if (eye)
+        ShowWindow(eye, eyeShown ? SW_SHOW : SW_HIDE);
 }
 
 // Keyboard
 
-void QkFlatPassword::OnKey(WPARAM key) {
+void QkFlatPassword::OnKey(WPARAM key, bool repeated) {
     const auto isDown = [](int virtualKey) { return GetKeyState(virtualKey) < 0; };
     if ((key != VK_MENU && key != VK_F8) || !isDown(VK_MENU) || !isDown(VK_F8))
         return;
-    ToggleReveal();
-    if (isAlive(this) && m_hWnd) {
+    const HWND edit = m_hWnd;
+    // Held down, the keys would let the password blink.
+    if (!repeated)
+        ToggleReveal();
+    if (IsBound(this, edit))
         PaintEyeNow();
+    if (IsBound(this, edit))
         TakeFocusBack();
-    }
 }
 
 void QkFlatPassword::TakeFocusBack() {
@@ -277,7 +294,7 @@ LRESULT CALLBACK QkFlatPassword::PasswordProc(HWND hwnd, UINT id, WPARAM wParam,
                 break;
             return password->HandleCommon(message);
         case WM_KEYDOWN:
-        case WM_SYSKEYDOWN: password->OnKey(wParam); break;
+        case WM_SYSKEYDOWN: password->OnKey(wParam, (HIWORD(lParam) & KF_REPEAT) != 0); break;
         case kTurnEyeOff: password->TurnEyeOff(); break;
         default: return password->HandleCommon(message);
     }
@@ -301,6 +318,11 @@ LRESULT CALLBACK QkFlatPassword::EyeProc(HWND hwnd, UINT id, WPARAM wParam, LPAR
     switch (id) {
         case WM_MOUSEMOVE: password->RegisterTool(); break;
         case WM_LBUTTONDOWN: password->OnLButtonDown(message.x(), message.y()); break;
+        // The standard button's click ends here: the host knows no such button.
+        case WM_LBUTTONUP:
+            if (GetCapture() == hwnd)
+                ReleaseCapture();
+            return 0;
         case WM_LBUTTONDBLCLK:
             password->m_refocusPending = true;
             InvalidateRect(hwnd, nullptr, FALSE);
@@ -310,7 +332,7 @@ LRESULT CALLBACK QkFlatPassword::EyeProc(HWND hwnd, UINT id, WPARAM wParam, LPAR
                 const PaintDc paint(hwnd);
                 password->PaintEye(paint.get());
             }
-            if (isAlive(password) && password->m_hWnd && password->m_refocusPending) {
+            if (passwordOfEye(hwnd, referenceData) && password->m_refocusPending) {
                 password->m_refocusPending = false;
                 password->TakeFocusBack();
             }
@@ -364,15 +386,20 @@ void QkFlatPassword::RegisterTool() {
 }
 
 void QkFlatPassword::DestroyHelpers() {
-    for (HWND* const helper : {&m_tooltipWindow, &m_eyeButton}) {
-        if (*helper)
-            DestroyWindow(*helper);
-        *helper = nullptr;
+    // The host hears of each end, and may delete this object meanwhile.
+    const std::array<HWND, 3> helpers{std::exchange(m_tooltipWindow, nullptr),
+                                      std::exchange(m_eyeButton, nullptr),
+                                      std::exchange(m_frameWindow, nullptr)};
+    for (const HWND helper : helpers) {
+        if (helper)
+            DestroyWindow(helper);
     }
-    DestroyFrame();
 }
 
 void QkFlatPassword::Attach(HWND hwnd) {
+    m_revealed = false;
+    m_refocusPending = false;
+    m_eyeEnabled = true;
     Prepare(hwnd);
     CreateFrame(true);
     CreateEye();

@@ -22,7 +22,7 @@ constexpr COLORREF kPausedColour = RGB(218, 203, 38);
 QkFlatProgressBar::QkFlatProgressBar(UINT id) : QkCustomControl(id, nullptr, {}, 0) {}
 
 QkFlatProgressBar::~QkFlatProgressBar() {
-    StopTimer();
+    EndMarquee();
 }
 
 bool QkFlatProgressBar::HasStyle(LONG_PTR style) const {
@@ -50,7 +50,7 @@ COLORREF QkFlatProgressBar::BarColour() const {
 
 RECT QkFlatProgressBar::FillRectangle(const RECT& client) const {
     const bool vertical = HasStyle(PBS_VERTICAL);
-    if (m_marqueeOn)
+    if (m_marqueeOn && HasStyle(PBS_MARQUEE))
         return toWin32(marqueeBlock(fromWin32(client), vertical, {m_marqueeTrail, m_marqueeLead}));
     PBRANGE range{};
     SendMessageW(m_hWnd, PBM_GETRANGE, TRUE, reinterpret_cast<LPARAM>(&range));
@@ -74,19 +74,20 @@ void QkFlatProgressBar::PaintBar(HDC hdc) {
 // Marquee
 
 void QkFlatProgressBar::SetMarquee(bool on) {
-    if (!HasStyle(PBS_MARQUEE))
+    if (on && !HasStyle(PBS_MARQUEE))
         return;
-    m_marqueeOn = on;
     if (!on) {
-        StopTimer();
-    } else if (m_marqueeTimer == 0) {
+        EndMarquee();
+    } else if (!m_marqueeOn) {
+        m_marqueeOn = true;
         m_marqueeTimer = SetTimer(m_hWnd, kMarqueeTimer, kMarqueeTick, nullptr);
         m_marqueeTrail = m_marqueeLead = 0;
     }
     Refresh();
 }
 
-void QkFlatProgressBar::StopTimer() {
+void QkFlatProgressBar::EndMarquee() {
+    m_marqueeOn = false;
     if (m_marqueeTimer == 0)
         return;
     KillTimer(m_hWnd, m_marqueeTimer);
@@ -97,6 +98,11 @@ void QkFlatProgressBar::StopTimer() {
 void QkFlatProgressBar::OnTimerTick(UINT_PTR timer) {
     if (timer != kMarqueeTimer || !m_hWnd)
         return;
+    if (!HasStyle(PBS_MARQUEE)) {
+        EndMarquee();
+        Refresh();
+        return;
+    }
     const RECT client = clientRect(m_hWnd);
     const int extent = HasStyle(PBS_VERTICAL) ? client.bottom : client.right;
     const Marquee next = advanced({m_marqueeTrail, m_marqueeLead}, extent);
@@ -117,7 +123,7 @@ LRESULT CALLBACK QkFlatProgressBar::BarProc(HWND hwnd, UINT id, WPARAM wParam, L
     if (id == WM_NCDESTROY) {
         RemoveWindowSubclass(hwnd, BarProc, subclassId);
         if (bar) {
-            bar->StopTimer();
+            bar->EndMarquee();
             bar->Detach();
         }
         return message.passOn();
@@ -135,12 +141,20 @@ LRESULT CALLBACK QkFlatProgressBar::BarProc(HWND hwnd, UINT id, WPARAM wParam, L
         case WM_NCPAINT: return 1;
         case WM_TIMER: bar->OnTimerTick(wParam); return 0;
         case PBM_SETMARQUEE: bar->SetMarquee(wParam != 0); break;
-        // The standard bar invalidates what changes in its own drawing, which is not ours.
         case PBM_SETPOS:
         case PBM_DELTAPOS:
         case PBM_STEPIT:
         case PBM_SETRANGE:
-        case PBM_SETRANGE32:
+        case PBM_SETRANGE32: {
+            // The standard bar invalidates what changes in its own drawing, which is not ours.
+            const RECT client = clientRect(hwnd);
+            const Rect before = fromWin32(bar->FillRectangle(client));
+            const LRESULT result = message.passOn();
+            if (livingControl<QkFlatProgressBar>(hwnd, referenceData) &&
+                fromWin32(bar->FillRectangle(client)) != before)
+                bar->Refresh();
+            return result;
+        }
         case PBM_SETBARCOLOR:
         case PBM_SETSTATE: bar->Refresh(); break;
         default: break;

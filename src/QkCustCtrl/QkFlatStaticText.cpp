@@ -20,27 +20,6 @@ bool isShown(HWND hwnd) {
     return (GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
-/// Nothing that the standard control draws reaches the screen while this lives. For subclass
-/// procedures.
-class DrawingOff {
-public:
-    // Switching the drawing of a hidden window on again would show it.
-    explicit DrawingOff(HWND hwnd) : m_hwnd(isShown(hwnd) ? hwnd : nullptr) { set(FALSE); }
-    ~DrawingOff() { set(TRUE); }
-    DrawingOff(const DrawingOff&) = delete;
-    DrawingOff& operator=(const DrawingOff&) = delete;
-    DrawingOff(DrawingOff&&) = delete;
-    DrawingOff& operator=(DrawingOff&&) = delete;
-
-private:
-    void set(BOOL on) {
-        if (m_hwnd)
-            DefSubclassProc(m_hwnd, WM_SETREDRAW, static_cast<WPARAM>(on), 0);
-    }
-
-    HWND m_hwnd;
-};
-
 /// Paints the label afresh together with what lies behind it: it has no ground of its own, so a
 /// new text would stand on top of the old one.
 void repaintWithGround(HWND hwnd) {
@@ -99,13 +78,15 @@ LRESULT passOnThenRepaint(const Message& message) {
 }
 
 LRESULT setText(QkFlatStaticText& label, const Message& message) {
+    LRESULT result = 0;
     {
-        // The old text is not shown in all the sizes on the way down.
+        // Nobody sees the old text in all the sizes on the way down, nor a fill in a colour that
+        // the dialog need not have.
         const DrawingOff off(message.hwnd);
         label.FitText(textToSet(message));
+        label.FillGround();
+        result = message.passOn();
     }
-    label.FillGround();
-    const LRESULT result = message.passOn();
     repaintWithGround(message.hwnd);
     return result;
 }
@@ -137,16 +118,18 @@ bool QkFlatStaticText::DrawsItself() const {
 }
 
 void QkFlatStaticText::PaintDisabled(HDC hdc) {
+    const HWND label = m_hWnd;
+    RECT client = clientRect(label);
+    const std::wstring text = windowText(label);
+    const UINT format = textFormat(label).value_or(0) | (TextFlags() & DT_HIDEPREFIX);
+    // The host answers, and may end the label: the object is not touched any more.
     const LRESULT ground =
-        SendMessageW(GetParent(m_hWnd), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(hdc),
-                     reinterpret_cast<LPARAM>(m_hWnd));
-    RECT client = clientRect(m_hWnd);
+        SendMessageW(GetParent(label), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(hdc),
+                     reinterpret_cast<LPARAM>(label));
     FillRect(hdc, &client, reinterpret_cast<HBRUSH>(ground));
-    const Selection font(hdc, reinterpret_cast<HFONT>(SendMessageW(m_hWnd, WM_GETFONT, 0, 0)));
+    const Selection font(hdc, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
     ::SetTextColor(hdc, GetDisabledTextColor());
-    const std::wstring text = windowText(m_hWnd);
-    DrawTextW(hdc, text.c_str(), static_cast<int>(text.size()), &client,
-              textFormat(m_hWnd).value_or(0) | (TextFlags() & DT_HIDEPREFIX));
+    DrawTextW(hdc, text.c_str(), static_cast<int>(text.size()), &client, format);
 }
 
 void QkFlatStaticText::FillGround() {

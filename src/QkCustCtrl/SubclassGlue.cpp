@@ -4,19 +4,36 @@
 
 namespace QkDlg {
 
+namespace {
+
+bool isShown(HWND hwnd) {
+    return (GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+}  // namespace
+
 bool installSubclass(HWND hwnd, SUBCLASSPROC procedure, QkCustomControl& control, UINT_PTR id) {
     pinOwnModule();
     return SetWindowSubclass(hwnd, procedure, id, reinterpret_cast<DWORD_PTR>(&control)) != FALSE;
 }
 
+// Switching the drawing of a hidden window on again would show it.
+DrawingOff::DrawingOff(HWND hwnd) : m_hwnd(isShown(hwnd) ? hwnd : nullptr) {
+    if (m_hwnd)
+        DefSubclassProc(m_hwnd, WM_SETREDRAW, FALSE, 0);
+}
+
+DrawingOff::~DrawingOff() {
+    if (m_hwnd)
+        DefSubclassProc(m_hwnd, WM_SETREDRAW, TRUE, 0);
+}
+
 LRESULT passOnUnseen(const Message& message) {
-    // Switching the drawing of a hidden window on again would show it.
-    const bool visible = (GetWindowLongPtrW(message.hwnd, GWL_STYLE) & WS_VISIBLE) != 0;
-    if (!visible)
-        return message.passOn();
-    DefSubclassProc(message.hwnd, WM_SETREDRAW, FALSE, 0);
-    const LRESULT result = message.passOn();
-    DefSubclassProc(message.hwnd, WM_SETREDRAW, TRUE, 0);
+    LRESULT result = 0;
+    {
+        const DrawingOff off(message.hwnd);
+        result = message.passOn();
+    }
     repaintNow(message.hwnd);
     return result;
 }

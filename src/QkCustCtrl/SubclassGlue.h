@@ -31,9 +31,23 @@ struct Message {
 // would leave its own look on the screen. Two ways to prevent that; both end with the flat look
 // on the screen, within the message.
 
-/// Passes a message on with the window's drawing switched off (WM_SETREDRAW), then repaints. Only
-/// for messages during which no code of the host's runs, as the window reads as invisible
-/// meanwhile.
+/// Nothing that a standard control draws reaches the screen while this lives (WM_SETREDRAW). For
+/// subclass procedures, and only where no code of the host's runs meanwhile, as the window reads
+/// as invisible. Nothing is repainted at the end.
+class DrawingOff {
+public:
+    explicit DrawingOff(HWND hwnd);
+    ~DrawingOff();
+    DrawingOff(const DrawingOff&) = delete;
+    DrawingOff& operator=(const DrawingOff&) = delete;
+    DrawingOff(DrawingOff&&) = delete;
+    DrawingOff& operator=(DrawingOff&&) = delete;
+
+private:
+    HWND m_hwnd;  ///< null for a window that was hidden anyway
+};
+
+/// Passes a message on with the window's drawing switched off, then repaints.
 LRESULT passOnUnseen(const Message& message);
 
 /// Passes a message on and repaints over what the standard control may have drawn.

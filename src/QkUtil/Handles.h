@@ -51,6 +51,26 @@ private:
     HDC m_dc;
 };
 
+/// A DC of a window with its border and scroll bars (GetWindowDC).
+class WholeWindowDc {
+public:
+    explicit WholeWindowDc(HWND hwnd) : m_hwnd(hwnd), m_dc(GetWindowDC(hwnd)) {}
+    ~WholeWindowDc() {
+        if (m_dc)
+            ReleaseDC(m_hwnd, m_dc);
+    }
+    WholeWindowDc(const WholeWindowDc&) = delete;
+    WholeWindowDc& operator=(const WholeWindowDc&) = delete;
+    WholeWindowDc(WholeWindowDc&&) = delete;
+    WholeWindowDc& operator=(WholeWindowDc&&) = delete;
+
+    [[nodiscard]] HDC get() const { return m_dc; }
+
+private:
+    HWND m_hwnd;
+    HDC m_dc;
+};
+
 /// BeginPaint and EndPaint.
 class PaintDc {
 public:

@@ -2,66 +2,32 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 using namespace QkDlg;
 
 namespace {
 
-/// A text of ten pixels a point, and two pixels a point high, that keeps what sizes were tried.
-struct Text {
-    std::vector<int> tried;
-
-    MeasureText measure() {
-        return [this](int points) {
-            tried.push_back(points);
-            return Size{10 * points, 2 * points};
-        };
-    }
+struct Case {
+    int points, dpi;
+    Size window;
+    FittedText fitted;
 };
 
-TEST(FitText, LargeFontShrinksPointByPointUntilTheTextFits) {
-    Text text;
-    EXPECT_EQ(fitText(14, {115, 100}, 96, text.measure()), (FittedText{11, {115, 100}}));
-    EXPECT_EQ(text.tried, (std::vector{14, 13, 12, 11}));
-}
-
-TEST(FitText, ShrinkingStopsAtNinePointsAndTheRestIsCutOff) {
-    Text text;
-    EXPECT_EQ(fitText(12, {50, 100}, 96, text.measure()), (FittedText{9, {50, 100}}));
-    EXPECT_EQ(text.tried.back(), 9);
-}
-
-TEST(FitText, LargeFontGrowsTheWindowToTheTextAndTwoPixels) {
-    Text text;
-    EXPECT_EQ(fitText(12, {50, 10}, 96, text.measure()), (FittedText{9, {50, 20}}));
-    EXPECT_EQ(fitText(10, {200, 21}, 96, text.measure()), (FittedText{10, {200, 22}}));
-    EXPECT_EQ(fitText(10, {200, 22}, 96, text.measure()), (FittedText{10, {200, 22}}));
-    EXPECT_EQ(fitText(9, {200, 10}, 96, text.measure()), (FittedText{9, {200, 10}}))
-        << "a small font leaves the height alone";
-}
-
-TEST(FitText, SmallFontWidensTheWindowByThreeScaledPixelsAtMost) {
-    struct Case {
-        int dpi;
-        int excess;
-        bool widened;
-    };
-    for (const auto& [dpi, excess, widened] :
-         {Case{96, 1, false}, Case{97, 3, true}, Case{97, 4, false}, Case{120, 4, true},
-          Case{120, 5, false}, Case{144, 5, true}, Case{192, 6, true}, Case{192, 7, false},
-          Case{480, 15, true}, Case{480, 16, false}, Case{192, 0, false}, Case{192, -5, false}}) {
-        Text text;
-        const Size window{90 - excess, 10};
-        EXPECT_EQ(fitText(9, window, dpi, text.measure()).window,
-                  (Size{widened ? 90 : window.width, 10}))
-            << dpi << " DPI, " << excess << " pixels too wide";
+// A text of ten pixels a point, and two pixels a point high.
+TEST(FitText, LargeFontShrinksThenGrowsTheWindowAndSmallFontWidensItByThreeScaledPixels) {
+    for (const auto& [points, dpi, window, fitted] : {
+             Case{14, 96, {115, 100}, {11, {115, 100}}}, Case{12, 96, {50, 100}, {9, {50, 100}}},
+             Case{12, 96, {50, 10}, {9, {50, 20}}}, Case{10, 96, {200, 21}, {10, {200, 22}}},
+             Case{10, 96, {200, 22}, {10, {200, 22}}}, Case{9, 96, {200, 10}, {9, {200, 10}}},
+             Case{9, 96, {89, 10}, {9, {89, 10}}},  // not at 96 DPI
+             Case{9, 97, {87, 10}, {9, {90, 10}}}, Case{9, 97, {86, 10}, {9, {86, 10}}},
+             Case{9, 144, {85, 10}, {9, {90, 10}}}, Case{9, 480, {75, 10}, {9, {90, 10}}},
+             Case{9, 480, {74, 10}, {9, {74, 10}}}, Case{9, 192, {95, 10}, {9, {95, 10}}},
+             Case{12, 120, {87, 10}, {9, {90, 20}}},  // shrunk to nine points, then widened
+         }) {
+        const auto measure = [](int size) { return Size{10 * size, 2 * size}; };
+        EXPECT_EQ(fitText(points, window, dpi, measure), fitted)
+            << points << " points at " << dpi << " DPI in " << window.width << " pixels";
     }
-}
-
-TEST(FitText, TextThatShrankToNinePointsIsWidenedAsWell) {
-    Text text;
-    EXPECT_EQ(fitText(12, {87, 10}, 120, text.measure()), (FittedText{9, {90, 20}}));
 }
 
 }  // namespace
