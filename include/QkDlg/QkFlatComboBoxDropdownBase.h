@@ -48,9 +48,21 @@ protected:
     ColourFade m_fade;                  ///< the hover fade
 
 private:
+    /// What decides how the arrow looks.
+    struct ArrowState {
+        bool enabled = true;
+        COLORREF contrastGround = kNoColor;
+
+        bool operator==(const ArrowState&) const = default;
+    };
+
+    void DrawArrow(HDC dc, int x, int y);
     void LayOutButton();
     void DrawButton(HDC dc, POINT at);
     void RedrawButton();
+
+    Bitmap m_readyArrow;        ///< the arrow as last drawn, premultiplied
+    ArrowState m_readyState{};  ///< for which it is ready
 };
 
 }  // namespace QkDlg

@@ -69,10 +69,24 @@ void QkFlatComboBoxDropdownBase::DrawButton(HDC dc, POINT at) {
     OffsetRect(&button, shift.x, shift.y);
     const bool faded = m_hoverColour != kNoColor && !IsHighContrast();
     fillRect(dc, button, faded ? m_hoverColour : GetBkColor());
-    const Bitmap& kept = IsWindowEnabled(m_hWnd) ? m_arrowBitmap : m_arrowBitmapDisabled;
-    if (const UniqueBitmap arrow = freshCopy(kept.get()))
-        DrawImage(dc, arrow.get(), m_arrowPos.x + shift.x, m_arrowPos.y + shift.y);
+    DrawArrow(dc, m_arrowPos.x + shift.x, m_arrowPos.y + shift.y);
     fillRect(dc, {button.left, button.top, button.left + 1, button.bottom}, GetUIColor(UICLR_LINE));
+}
+
+/// Copying and preparing the arrow costs more than all else in a paint, so what one drawing has
+/// made of its copy serves the next ones as well.
+void QkFlatComboBoxDropdownBase::DrawArrow(HDC dc, int x, int y) {
+    const ArrowState state{IsWindowEnabled(m_hWnd) != FALSE,
+                           IsHighContrast() ? GetSysColor(COLOR_WINDOW) : kNoColor};
+    if (m_readyArrow && state == m_readyState) {
+        AlphaBlendBitmap(dc, m_readyArrow.get(), x, y, m_arrowSize.cx, m_arrowSize.cy);
+        return;
+    }
+    const Bitmap& kept = state.enabled ? m_arrowBitmap : m_arrowBitmapDisabled;
+    m_readyArrow.reset(freshCopy(kept.get()).release());
+    m_readyState = state;
+    if (m_readyArrow)
+        DrawImage(dc, m_readyArrow.get(), x, y);
 }
 
 void QkFlatComboBoxDropdownBase::RedrawButton() {
@@ -103,6 +117,7 @@ void QkFlatComboBoxDropdownBase::LayOutButton() {
 }
 
 void QkFlatComboBoxDropdownBase::UpdateImage() {
+    m_readyArrow.reset();
     const unsigned bucket = dpiBucket(screenDpi());
     m_arrowBitmap.reset(LoadBitmapResource(kFirstArrowId + bucket).release());
     m_arrowBitmapDisabled.reset(LoadBitmapResource(kFirstDisabledArrowId + bucket).release());

@@ -56,7 +56,7 @@ void* exchange(void** slot, void* value) {
 }  // namespace
 
 ImportPatch::ImportPatch(const char* function, void* replacement, HMODULE module)
-    : slot_(findSlot(module ? module : GetModuleHandleW(nullptr), function)), original_(nullptr) {
+    : slot_(findSlot(module ? module : GetModuleHandleW(nullptr), function)) {
     if (slot_)
         original_ = exchange(slot_, replacement);
     else

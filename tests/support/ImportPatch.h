@@ -25,7 +25,7 @@ public:
 
 private:
     void** slot_;
-    void* original_;
+    void* original_ = nullptr;
 };
 
 }  // namespace QkDlgTest

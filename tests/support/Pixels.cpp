@@ -147,7 +147,8 @@ COLORREF Image::at(int x, int y) const {
         ADD_FAILURE() << "no pixel " << x << ", " << y << " in an " << *this;
         return CLR_INVALID;
     }
-    return swapped(pixels_[static_cast<std::size_t>(y * width_ + x)]);
+    const int index = y * width_ + x;
+    return swapped(pixels_[static_cast<std::size_t>(index)]);
 }
 
 int Image::count(COLORREF colour) const {

@@ -97,6 +97,7 @@ TEST_F(SupportTest, ScopesChangeTheSystemAndSetItBack) {
 
 TEST_F(SupportTest, LeaksAreCounted) {
     std::vector<HBRUSH> brushes;
+    brushes.reserve(10);
     const int before = gdiObjects();
     for (int i = 0; i < 10; ++i)
         brushes.push_back(CreateSolidBrush(kGround));
