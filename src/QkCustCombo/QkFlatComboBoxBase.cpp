@@ -17,38 +17,20 @@ constexpr QkLib::AssertSite kNoItemOrList{"src/QkCustCombo", 78};
 constexpr LONG_PTR kEdges = WS_EX_CLIENTEDGE | WS_EX_DLGMODALFRAME;
 constexpr LONG_PTR kComboStyles = CBS_SIMPLE | CBS_DROPDOWN | CBS_DROPDOWNLIST;
 
-/// A DC of a whole window, its edges included.
-class WholeWindowDc {
-public:
-    explicit WholeWindowDc(HWND hwnd) : m_hwnd(hwnd), m_dc(GetWindowDC(hwnd)) {}
-    ~WholeWindowDc() {
-        if (m_dc)
-            ReleaseDC(m_hwnd, m_dc);
-    }
-    WholeWindowDc(const WholeWindowDc&) = delete;
-    WholeWindowDc& operator=(const WholeWindowDc&) = delete;
-    WholeWindowDc(WholeWindowDc&&) = delete;
-    WholeWindowDc& operator=(WholeWindowDc&&) = delete;
-
-    [[nodiscard]] HDC get() const { return m_dc; }
-
-private:
-    HWND m_hwnd;
-    HDC m_dc;
-};
-
 Size sizeOf(HWND hwnd) {
     RECT rect{};
     GetWindowRect(hwnd, &rect);
     return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
-void drawBorder(HWND hwnd) {
-    if (!hwnd)
-        return;
+void drawBorderOn(HDC dc, HWND hwnd) {
     const Size size = sizeOf(hwnd);
-    const WholeWindowDc dc(hwnd);
-    frameRect(dc.get(), {0, 0, size.width, size.height}, GetUIColor(UICLR_LINE));
+    frameRect(dc, {0, 0, size.width, size.height}, GetUIColor(UICLR_LINE));
+}
+
+void drawBorder(HWND hwnd) {
+    if (hwnd)
+        drawBorderOn(WholeWindowDc(hwnd).get(), hwnd);
 }
 
 bool isOfStyle(HWND combo, LONG_PTR style) {
@@ -277,6 +259,13 @@ LRESULT CALLBACK QkFlatComboBoxBase::ListProc(HWND hwnd, UINT id, WPARAM wParam,
             if (auto* const combo = living())
                 combo->DrawListBorder();
             return 0;
+        }
+        case WM_PRINT: {
+            // The list slides open as a picture of itself.
+            const LRESULT result = message.passOn();
+            if (living() && (lParam & PRF_NONCLIENT) != 0)
+                drawBorderOn(reinterpret_cast<HDC>(wParam), hwnd);
+            return result;
         }
         case WM_NCDESTROY:
             RemoveWindowSubclass(hwnd, ListProc, subclassId);

@@ -90,7 +90,9 @@ void QkFlatComboBoxDropdownList::LetHostDrawItem(HDC dc, const RECT& area) const
             static_cast<ULONG_PTR>(SendMessageW(m_hWnd, CB_GETITEMDATA, item.itemID, 0));
 
     const int saved = SaveDC(dc);
-    SelectObject(dc, ControlFont());
+    // The font that the host measured its items with.
+    const auto font = reinterpret_cast<HFONT>(SendMessageW(m_hWnd, WM_GETFONT, 0, 0));
+    SelectObject(dc, font ? font : ControlFont());
     IntersectClipRect(dc, area.left, area.top, area.right, area.bottom);
     SendMessageW(GetParent(m_hWnd), WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
     RestoreDC(dc, saved);
