@@ -85,8 +85,4 @@ MATCHER_P(isFilledWith, colour, "is filled with " + hex(colour)) {
     return arg.count(colour) == arg.width() * arg.height();
 }
 
-MATCHER_P(hasColour, colour, "has a pixel of " + hex(colour)) {
-    return arg.contains(colour);
-}
-
 }  // namespace QkDlgTest

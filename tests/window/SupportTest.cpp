@@ -1,79 +1,18 @@
-// The test support itself, tried on plain standard controls.
+// What the other tests lean on without noticing whether it works.
 #include "support/WindowTest.h"
 
 namespace QkDlgTest {
 namespace {
 
-constexpr int kId = 7;
 constexpr COLORREF kGround = RGB(10, 200, 30);
-constexpr COLORREF kBlack = RGB(0, 0, 0);
 
 using SupportTest = WindowTest;
-
-// An empty label that the host paints black.
-HWND addBlackBar(HostDialog& host) {
-    host.onMessage([&host](UINT message, WPARAM, LPARAM control) -> std::optional<LRESULT> {
-        if (message != WM_CTLCOLORSTATIC || reinterpret_cast<HWND>(control) != host.control(kId))
-            return std::nullopt;
-        return reinterpret_cast<LRESULT>(GetStockObject(BLACK_BRUSH));
-    });
-    return host.add(WC_STATICW, L"", 0, area(10, 20, 30, 5), kId);
-}
 
 bool moduleSeesHighContrast() {
     HIGHCONTRASTW contrast{};
     contrast.cbSize = sizeof contrast;
     SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0);
     return (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
-
-TEST_F(SupportTest, RealClicksReachAControlOnce) {
-    HostDialog host;
-    const HWND button = host.add(WC_BUTTONW, L"Go", BS_PUSHBUTTON, scaledArea(20, 20, 90, 24), kId);
-
-    click(button);
-    EXPECT_EQ(host.heard(), HeardList{command(kId, BN_CLICKED)});
-
-    host.forget();
-    click(button);
-    click(button);
-    EXPECT_EQ(host.heard(), (HeardList{command(kId, BN_CLICKED), command(kId, BN_CLICKED)}));
-
-    host.forget();
-    moveTo(button);
-    press();
-    EXPECT_TRUE(host.heard().empty());
-    EXPECT_EQ(SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED, BST_PUSHED);
-    moveAway();
-    release();
-    EXPECT_TRUE(host.heard().empty());
-}
-
-TEST_F(SupportTest, PicturesShowWhatIsThere) {
-    HostDialog host({.background = kGround, .width = 120, .height = 80});
-    EXPECT_THAT(onScreen(host.window()), isFilledWith(kGround));
-
-    const HWND bar = addBlackBar(host);
-    const Image image = onScreen(host.window());
-    EXPECT_EQ(image.boundingBoxOf(kBlack), Box(10, 20, 40, 25));
-    EXPECT_EQ(image.count(kBlack), 150);
-    EXPECT_THAT(image.part(Box(10, 20, 40, 25)), looksLike(onScreen(bar)));
-    const Box desktop = windowBox(host.window());
-    EXPECT_THAT(onDesktop({desktop.left, desktop.top, desktop.right, desktop.bottom}),
-                looksLike(image));
-
-    const HWND label = host.add(WC_STATICW, L"Text", 0, area(10, 40, 60, 30), kId + 1);
-    EXPECT_THAT(printed(label), hasColour(kGround));
-    ShowWindow(bar, SW_HIDE);
-    drain();
-    EXPECT_THAT(onScreen(host.window()), testing::Not(looksLike(image)));
-}
-
-TEST_F(SupportTest, MirroredHostIsReadAsSeen) {
-    HostDialog host({.width = 120, .height = 80, .rightToLeft = true});
-    addBlackBar(host);
-    const Image image = onScreen(host.window());
-    EXPECT_EQ(image.boundingBoxOf(kBlack), Box(80, 20, 110, 25));
 }
 
 TEST_F(SupportTest, ScopesChangeTheSystemAndSetItBack) {
