@@ -1,3 +1,4 @@
+#include <initializer_list>
 #include <memory>
 #include <tuple>
 
@@ -183,16 +184,17 @@ TEST_P(ComboStyleTest, EveryMessageLeavesTheFlatLookWithinNotificationsToo) {
             step(CB_SETCURSEL, 0);
         return std::optional<LRESULT>();
     });
-    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP})
+    for (const UINT message : std::initializer_list<UINT>{WM_LBUTTONDOWN, WM_LBUTTONUP})
         step(message, MK_LBUTTON, MAKELPARAM(clientBox(combo_).right - scaled(6), 3));
-    for (const WPARAM key : {VK_DOWN, VK_RETURN, VK_DOWN, VK_F4, VK_F4})
+    for (const WPARAM key :
+         std::initializer_list<WPARAM>{VK_DOWN, VK_RETURN, VK_DOWN, VK_F4, VK_F4})
         step(WM_KEYDOWN, key);
     step(WM_SYSKEYDOWN, VK_DOWN, 1L << 29);
     step(WM_MOUSEWHEEL, MAKEWPARAM(0, 0xFF88));
-    for (const UINT message :
-         {CB_SETCURSEL, CB_DELETESTRING, WM_SETTEXT, WM_THEMECHANGED, WM_SETFOCUS, WM_KILLFOCUS,
-          WM_CANCELMODE, CB_SHOWDROPDOWN, WM_ENABLE, CB_RESETCONTENT})
-        for (const WPARAM on : {1, 0})
+    for (const UINT message : std::initializer_list<UINT>{
+             CB_SETCURSEL, CB_DELETESTRING, WM_SETTEXT, WM_THEMECHANGED, WM_SETFOCUS, WM_KILLFOCUS,
+             WM_CANCELMODE, CB_SHOWDROPDOWN, WM_ENABLE, CB_RESETCONTENT})
+        for (const WPARAM on : std::initializer_list<WPARAM>{1, 0})
             step(message, on);
 }
 

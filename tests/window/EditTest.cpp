@@ -1,5 +1,7 @@
 #include "QkDlg/QkFlatEdit.h"
 
+#include <initializer_list>
+
 #include "QkDlg/QkFlatStaticText.h"
 #include "support/WindowTest.h"
 
@@ -32,8 +34,9 @@ protected:
 };
 
 TEST_F(EditTest, FrameStandsTwoPixelsRoundAnEditWithoutBorderOfAnyKind) {
-    for (const DWORD style : {0L, WS_BORDER, ES_MULTILINE, WS_BORDER | ES_MULTILINE})
-        for (const DWORD exStyle : {0L, WS_EX_CLIENTEDGE}) {
+    for (const DWORD style :
+         std::initializer_list<DWORD>{0, WS_BORDER, ES_MULTILINE, WS_BORDER | ES_MULTILINE})
+        for (const DWORD exStyle : std::initializer_list<DWORD>{0, WS_EX_CLIENTEDGE}) {
             const HWND edit = attach(addEdit(style, exStyle));
             EXPECT_EQ(shown().part({18, 28, 122, 52}).count(kLine), 104 * 24 - 100 * 20);
             InvalidateRect(edit, nullptr, TRUE);
