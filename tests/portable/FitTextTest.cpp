@@ -7,7 +7,8 @@ using namespace QkDlg;
 namespace {
 
 struct Case {
-    int points, dpi;
+    int points = 0;
+    int dpi = 0;
     Size window;
     FittedText fitted;
 };

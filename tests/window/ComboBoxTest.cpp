@@ -215,7 +215,7 @@ TEST_P(ComboStyleTest, ParentAndScreenReaderHearWhatAPlainComboTells) {
         keyUp(VK_MENU);
         typeText(L"it");
         keyTap(VK_TAB);
-        const std::tuple heard(host_->heard(), send(combo, CB_GETCURSEL), textOf(combo), told);
+        std::tuple heard(host_->heard(), send(combo, CB_GETCURSEL), textOf(combo), told);
         DestroyWindow(combo);
         return heard;
     };
