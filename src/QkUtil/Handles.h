@@ -51,7 +51,8 @@ private:
     HDC m_dc;
 };
 
-/// A DC of a window with its border and scroll bars (GetWindowDC).
+/// A DC of a window with its border and scroll bars (GetWindowDC). A null window gives a DC of
+/// the screen.
 class WholeWindowDc {
 public:
     explicit WholeWindowDc(HWND hwnd) : m_hwnd(hwnd), m_dc(GetWindowDC(hwnd)) {}

@@ -1,37 +1,26 @@
 #include "QkUtil/Metrics.h"
 
+#include "QkUtil/Handles.h"
+
 namespace QkDlg {
 
 namespace {
 
-class ScreenDc {
-public:
-    ScreenDc() : m_dc(GetWindowDC(nullptr)) {}
-    ~ScreenDc() {
-        if (m_dc)
-            ReleaseDC(nullptr, m_dc);
-    }
-    ScreenDc(const ScreenDc&) = delete;
-    ScreenDc& operator=(const ScreenDc&) = delete;
-    ScreenDc(ScreenDc&&) = delete;
-    ScreenDc& operator=(ScreenDc&&) = delete;
-
-    [[nodiscard]] int capability(int index) const { return m_dc ? GetDeviceCaps(m_dc, index) : 0; }
-
-private:
-    HDC m_dc;
-};
+int screenCapability(int index) {
+    const WholeWindowDc screen(nullptr);
+    return screen.get() ? GetDeviceCaps(screen.get(), index) : 0;
+}
 
 constexpr int kPadding = 6;
 
 }  // namespace
 
 int screenDpi() {
-    return ScreenDc().capability(LOGPIXELSX);
+    return screenCapability(LOGPIXELSX);
 }
 
 int screenDpiY() {
-    return ScreenDc().capability(LOGPIXELSY);
+    return screenCapability(LOGPIXELSY);
 }
 
 int scaled(int length) {
