@@ -1,6 +1,7 @@
 #include "Exports/ControlFactory.h"
 #include "QkDlg/QkDlg.h"
 #include "QkDlg/UiColors.h"
+#include "QkUtil/Handles.h"
 
 // Nothing may leave an export but its result: each is noexcept, so that a failed allocation ends
 // the process instead of unwinding through a host that was built by another compiler.
@@ -33,11 +34,8 @@ void __cdecl DeleteQkCustomControl(QkControlObject* object) noexcept {
 }
 
 bool __cdecl FlatStyleEnabled(void) noexcept {
-    const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, kFlatStyleEvent);
-    if (!event)
-        return false;
-    CloseHandle(event);
-    return true;
+    const QkDlg::UniqueKernelHandle event(OpenEventW(SYNCHRONIZE, FALSE, kFlatStyleEvent));
+    return event != nullptr;
 }
 
 COLORREF __cdecl GetUIColor(int index) noexcept {

@@ -15,6 +15,10 @@ struct MemoryDcDeleter {
     void operator()(HDC dc) const { DeleteDC(dc); }
 };
 
+struct KernelHandleDeleter {
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+
 // Owners of one handle each. Borrowed handles stay plain.
 template <typename Handle>
 using UniqueGdi = std::unique_ptr<std::remove_pointer_t<Handle>, GdiDeleter>;
@@ -23,6 +27,8 @@ using UniquePen = UniqueGdi<HPEN>;
 using UniqueBitmap = UniqueGdi<HBITMAP>;
 using UniqueFont = UniqueGdi<HFONT>;
 using UniqueRegion = UniqueGdi<HRGN>;
+/// Of what says null when it fails, such as an event.
+using UniqueKernelHandle = std::unique_ptr<void, KernelHandleDeleter>;
 using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, MemoryDcDeleter>;
 
 [[nodiscard]] inline UniqueBrush solidBrush(COLORREF colour) {
