@@ -64,6 +64,8 @@ public:
     [[nodiscard]] UINT GetId() const { return m_nId; }
     /// The bound window; null before Attach and after the window's end.
     [[nodiscard]] HWND GetWindow() const { return m_hWnd; }
+    /// The window that Attach is going to get, for whoever must know it before.
+    void SetWindow(HWND hwnd) { m_hWnd = hwnd; }
     /// The window is going: the object is unbound. For subclass procedures, at WM_NCDESTROY.
     void Detach();
 

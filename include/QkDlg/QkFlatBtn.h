@@ -30,6 +30,9 @@ public:
     /// Paints the button in its current state.
     virtual void Paint(HDC hdc);
 
+    /// White on the accent colour, pressed too, so that the caption can always be read.
+    void UseAccentColours();
+
     /// Puts the image above the caption instead of beside it. Off unless asked for.
     void SetImageAbove(bool above) { m_bImageAbove = above; }
 
@@ -42,6 +45,9 @@ protected:
 
     /// Paints into `hdc`; null means the window itself.
     void Paint(State state, HDC hdc);
+
+    /// Forgets the last window's mouse and effects; for every Attach.
+    void ResetEffects();
 
     /// Subclasses the bound window with the button's message procedure.
     void InstallButtonProcedure();

@@ -3,10 +3,8 @@
 namespace QkDlg {
 
 QkFlatBlueBtn::QkFlatBlueBtn(UINT id) : QkFlatBtn(id) {
-    m_clrText = GetUIColor(UICLR_WHITE);
-    FollowTable(&QkFlatBlueBtn::m_clrBk, UICLR_ACCENT);
+    UseAccentColours();
     FollowTable(&QkFlatBlueBtn::m_clrHover, UICLR_ACCENT);
-    FollowTable(&QkFlatBlueBtn::m_clrPressed, UICLR_ACCENT);
     m_bOuterFrame = true;
 }
 

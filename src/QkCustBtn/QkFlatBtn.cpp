@@ -72,6 +72,12 @@ QkFlatBtn::QkFlatBtn(UINT id, const UINT32* imageIds, std::wstring_view fontFace
     m_clrBk = GetUIColor(UICLR_FACE);
 }
 
+void QkFlatBtn::UseAccentColours() {
+    m_clrText = GetUIColor(UICLR_WHITE);
+    FollowTable(&QkFlatBtn::m_clrBk, UICLR_ACCENT);
+    FollowTable(&QkFlatBtn::m_clrPressed, UICLR_ACCENT);
+}
+
 QkFlatBtn::~QkFlatBtn() {
     EndEffects();
     // A window that is still there goes on with its standard look.
@@ -318,8 +324,16 @@ void QkFlatBtn::InstallButtonProcedure() {
 
 // Attach
 
+void QkFlatBtn::ResetEffects() {
+    m_fade.Stop();
+    m_bMouseDown = false;
+    m_bHover = false;
+    SetRectEmpty(&m_rcRing);
+}
+
 void QkFlatBtn::Attach(HWND hwnd) {
     QkCustomControl::Attach(hwnd);
+    ResetEffects();
     if (m_bSizeToImage)
         ResizeToImage();
     InstallButtonProcedure();

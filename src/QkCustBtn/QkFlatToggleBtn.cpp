@@ -270,6 +270,8 @@ LRESULT CALLBACK QkFlatToggleBtn::ToggleProc(HWND hwnd, UINT id, WPARAM wParam, 
 
 void QkFlatToggleBtn::Attach(HWND hwnd) {
     QkCustomControl::Attach(hwnd);
+    ResetEffects();
+    EndDrag();
     ResizeToSwitch();
     installSubclass(hwnd, ToggleProc, *this);
     SetCaption(IsChecked());

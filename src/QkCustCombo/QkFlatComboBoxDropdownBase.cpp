@@ -163,6 +163,9 @@ void QkFlatComboBoxDropdownBase::Attach(HWND hwnd) {
     if (m_buttonWidth == 0)
         QkLib::reportAssertFailure(kNoButtonWidth);
     QkFlatComboBoxBase::Attach(hwnd);
+    m_fade.Stop();
+    m_tracking = false;
+    m_hoverColour = kNoColor;
     UpdateImage();
     LayOutButton();
     AlignList(kListOverhang, kListGap);

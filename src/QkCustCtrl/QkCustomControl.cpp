@@ -56,6 +56,10 @@ void QkCustomControl::OnReserved1() {}
 
 void QkCustomControl::Attach(HWND hwnd) {
     m_hWnd = hwnd;
+    // An object may be bound again: nothing is left of the last window's mouse.
+    m_bPressed = false;
+    m_clrAnim = kNoColor;
+    m_clrCurBorder = m_clrBorder;
     if (m_fontFace.empty()) {
         m_fontFace = defaultFontFace();
         if (m_nFontSize == 0)

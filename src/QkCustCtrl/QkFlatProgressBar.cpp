@@ -6,6 +6,7 @@
 #include "QkCustCtrl/SubclassGlue.h"
 #include "QkUtil/Canvas.h"
 #include "QkUtil/Rects.h"
+#include "QkUtil/WindowClass.h"
 
 namespace QkDlg {
 
@@ -29,6 +30,19 @@ bool QkFlatProgressBar::HasStyle(LONG_PTR style) const {
     return (GetWindowLongPtrW(m_hWnd, GWL_STYLE) & style) != 0;
 }
 
+// PBM_ and TBM_ messages share their numbers, and so do PBS_ and TBS_ styles.
+bool QkFlatProgressBar::IsVertical() const {
+    return HasStyle(m_trackbar ? TBS_VERT : PBS_VERTICAL);
+}
+
+bool QkFlatProgressBar::IsMarquee() const {
+    return !m_trackbar && HasStyle(PBS_MARQUEE);
+}
+
+LRESULT QkFlatProgressBar::Ask(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return SendMessageW(m_hWnd, message, wParam, lParam);
+}
+
 // Painting
 
 HBRUSH QkFlatProgressBar::OnCtlColor(HDC hdc, HWND) {
@@ -38,24 +52,32 @@ HBRUSH QkFlatProgressBar::OnCtlColor(HDC hdc, HWND) {
 }
 
 COLORREF QkFlatProgressBar::BarColour() const {
-    const LRESULT set = SendMessageW(m_hWnd, PBM_GETBARCOLOR, 0, 0);
+    if (m_trackbar)
+        return GetUIColor(UICLR_ACCENT);
+    const LRESULT set = Ask(PBM_GETBARCOLOR);
     if (static_cast<COLORREF>(set) != CLR_DEFAULT)
         return static_cast<COLORREF>(set);
-    switch (SendMessageW(m_hWnd, PBM_GETSTATE, 0, 0)) {
+    switch (Ask(PBM_GETSTATE)) {
         case PBST_ERROR: return kErrorColour;
         case PBST_PAUSED: return kPausedColour;
         default: return GetUIColor(UICLR_ACCENT);
     }
 }
 
-RECT QkFlatProgressBar::FillRectangle(const RECT& client) const {
-    const bool vertical = HasStyle(PBS_VERTICAL);
-    if (m_marqueeOn && HasStyle(PBS_MARQUEE))
-        return toWin32(marqueeBlock(fromWin32(client), vertical, {m_marqueeTrail, m_marqueeLead}));
+Progress QkFlatProgressBar::CurrentProgress() const {
+    if (m_trackbar)
+        return {static_cast<int>(Ask(TBM_GETPOS)), static_cast<int>(Ask(TBM_GETRANGEMIN)),
+                static_cast<int>(Ask(TBM_GETRANGEMAX))};
     PBRANGE range{};
-    SendMessageW(m_hWnd, PBM_GETRANGE, TRUE, reinterpret_cast<LPARAM>(&range));
-    const auto position = static_cast<int>(SendMessageW(m_hWnd, PBM_GETPOS, 0, 0));
-    return toWin32(progressFill(fromWin32(client), vertical, {position, range.iLow, range.iHigh}));
+    Ask(PBM_GETRANGE, TRUE, reinterpret_cast<LPARAM>(&range));
+    return {static_cast<int>(Ask(PBM_GETPOS)), range.iLow, range.iHigh};
+}
+
+RECT QkFlatProgressBar::FillRectangle(const RECT& client) const {
+    if (m_marqueeOn && IsMarquee())
+        return toWin32(
+            marqueeBlock(fromWin32(client), IsVertical(), {m_marqueeTrail, m_marqueeLead}));
+    return toWin32(progressFill(fromWin32(client), IsVertical(), CurrentProgress()));
 }
 
 void QkFlatProgressBar::PaintBar(HDC hdc) {
@@ -74,7 +96,7 @@ void QkFlatProgressBar::PaintBar(HDC hdc) {
 // Marquee
 
 void QkFlatProgressBar::SetMarquee(bool on) {
-    if (on && !HasStyle(PBS_MARQUEE))
+    if (on && !IsMarquee())
         return;
     if (!on) {
         EndMarquee();
@@ -98,13 +120,13 @@ void QkFlatProgressBar::EndMarquee() {
 void QkFlatProgressBar::OnTimerTick(UINT_PTR timer) {
     if (timer != kMarqueeTimer || !m_hWnd)
         return;
-    if (!HasStyle(PBS_MARQUEE)) {
+    if (!IsMarquee()) {
         EndMarquee();
         Refresh();
         return;
     }
     const RECT client = clientRect(m_hWnd);
-    const int extent = HasStyle(PBS_VERTICAL) ? client.bottom : client.right;
+    const int extent = IsVertical() ? client.bottom : client.right;
     const Marquee next = advanced({m_marqueeTrail, m_marqueeLead}, extent);
     m_marqueeTrail = next.trail;
     m_marqueeLead = next.lead;
@@ -115,6 +137,33 @@ void QkFlatProgressBar::OnTimerTick(UINT_PTR timer) {
 }
 
 // Messages
+
+/// What the standard control invalidates is what changes in its own drawing, which is not ours.
+LRESULT QkFlatProgressBar::PassOnAndCompare(const Message& message, DWORD_PTR referenceData) {
+    const RECT client = clientRect(m_hWnd);
+    const Rect before = fromWin32(FillRectangle(client));
+    const LRESULT result = message.passOn();
+    auto* const bar = livingControl<QkFlatProgressBar>(message.hwnd, referenceData);
+    if (bar && fromWin32(bar->FillRectangle(client)) != before)
+        bar->Refresh();
+    return result;
+}
+
+bool QkFlatProgressBar::MovesTrackbar(UINT message) {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONUP:
+        case WM_MOUSEMOVE:
+        case WM_MOUSEWHEEL:
+        case WM_KEYDOWN:
+        case WM_TIMER:
+        case TBM_SETPOS:
+        case TBM_SETRANGE:
+        case TBM_SETRANGEMIN:
+        case TBM_SETRANGEMAX: return true;
+        default: return false;
+    }
+}
 
 LRESULT CALLBACK QkFlatProgressBar::BarProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
                                             UINT_PTR subclassId, DWORD_PTR referenceData) {
@@ -139,22 +188,19 @@ LRESULT CALLBACK QkFlatProgressBar::BarProc(HWND hwnd, UINT id, WPARAM wParam, L
         }
         case WM_PRINTCLIENT: bar->PaintBar(reinterpret_cast<HDC>(wParam)); return 1;
         case WM_NCPAINT: return 1;
+        default: break;
+    }
+    if (bar->m_trackbar)
+        return MovesTrackbar(id) ? bar->PassOnAndCompare(message, referenceData) : message.passOn();
+
+    switch (id) {
         case WM_TIMER: bar->OnTimerTick(wParam); return 0;
         case PBM_SETMARQUEE: bar->SetMarquee(wParam != 0); break;
         case PBM_SETPOS:
         case PBM_DELTAPOS:
         case PBM_STEPIT:
         case PBM_SETRANGE:
-        case PBM_SETRANGE32: {
-            // The standard bar invalidates what changes in its own drawing, which is not ours.
-            const RECT client = clientRect(hwnd);
-            const Rect before = fromWin32(bar->FillRectangle(client));
-            const LRESULT result = message.passOn();
-            if (livingControl<QkFlatProgressBar>(hwnd, referenceData) &&
-                fromWin32(bar->FillRectangle(client)) != before)
-                bar->Refresh();
-            return result;
-        }
+        case PBM_SETRANGE32: return bar->PassOnAndCompare(message, referenceData);
         case PBM_SETBARCOLOR:
         case PBM_SETSTATE: bar->Refresh(); break;
         default: break;
@@ -166,6 +212,7 @@ LRESULT CALLBACK QkFlatProgressBar::BarProc(HWND hwnd, UINT id, WPARAM wParam, L
 
 void QkFlatProgressBar::Attach(HWND hwnd) {
     QkCustomControl::Attach(hwnd);
+    m_trackbar = windowClassIs(hwnd, TRACKBAR_CLASSW);
     installSubclass(hwnd, BarProc, *this);
     Refresh();
 }
