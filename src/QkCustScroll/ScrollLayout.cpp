@@ -85,8 +85,8 @@ int lastPosition(const ScrollRange& range) {
     return static_cast<int>(std::max<Wide>(last, range.min));
 }
 
-int clampedPosition(int position, const ScrollRange& range) {
-    return std::clamp(position, range.min, lastPosition(range));
+int clampedPosition(std::int64_t position, const ScrollRange& range) {
+    return static_cast<int>(std::clamp<Wide>(position, range.min, lastPosition(range)));
 }
 
 int thumbLength(int trackLength, const ScrollRange& range, int arrowLength) {

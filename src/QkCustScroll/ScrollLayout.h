@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "QkUtil/Geometry.h"
 
 namespace QkDlg {
@@ -42,7 +44,7 @@ struct ScrollExtent {
 [[nodiscard]] int lastPosition(const ScrollRange& range);
 
 /// `position` moved to where a user can scroll to.
-[[nodiscard]] int clampedPosition(int position, const ScrollRange& range);
+[[nodiscard]] int clampedPosition(std::int64_t position, const ScrollRange& range);
 
 /// The page's share of the track, or the length of an arrow without a page; at least 10 pixels. A
 /// page that leaves nothing to scroll fills the track.
