@@ -69,6 +69,13 @@ std::uint32_t styleOf(Words words, std::size_t at) {
     return words[at] | std::uint32_t{words[at + 1]} << 16;
 }
 
+/// A classic template whose style gets all its upper bits would read as an extended one.
+bool canTakeStyle(Words words, std::uint32_t style) {
+    const bool extended = isExtended(words);
+    const std::size_t at = headerOf(extended).style;
+    return words.size() >= at + 2 && (extended || (words[at + 1] | style >> 16) != kExtendedMark);
+}
+
 std::size_t aligned(std::size_t at) {
     return (at + kItemAlignment - 1) / kItemAlignment * kItemAlignment;
 }
@@ -122,9 +129,9 @@ std::optional<TemplateShape> readTemplateShape(Words words) {
 }
 
 bool addTemplateStyle(std::span<std::uint16_t> words, std::uint32_t style) {
-    const std::size_t at = headerOf(isExtended(words)).style;
-    if (words.size() < at + 2)
+    if (!canTakeStyle(words, style))
         return false;
+    const std::size_t at = headerOf(isExtended(words)).style;
     words[at] = static_cast<std::uint16_t>(words[at] | (style & 0xFFFF));
     words[at + 1] = static_cast<std::uint16_t>(words[at + 1] | style >> 16);
     return true;
@@ -142,7 +149,8 @@ bool setTemplateFont(std::span<std::uint16_t> words, std::size_t used, const Tem
     if (used > words.size())
         return false;
     const auto shape = readTemplateShape(words.first(used));
-    if (!shape || wordsWithFont(*shape, used, font.face.size()) > words.size())
+    if (!shape || !canTakeStyle(words, extraStyle | kDsSetFont) ||
+        wordsWithFont(*shape, used, font.face.size()) > words.size())
         return false;
 
     const std::size_t end = newFontEnd(*shape, font.face.size());

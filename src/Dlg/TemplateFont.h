@@ -36,7 +36,8 @@ struct TemplateShape {
 /// Nothing when the template is cut off before the end of its font block.
 [[nodiscard]] std::optional<TemplateShape> readTemplateShape(std::span<const std::uint16_t> words);
 
-/// Sets style bits. False, and nothing changed, when there is no room for the style.
+/// Sets style bits. False, and nothing changed, when the template is too short to have a style, or
+/// is a classic one that would look like an extended one afterwards.
 bool addTemplateStyle(std::span<std::uint16_t> words, std::uint32_t style);
 
 /// How many words the template takes with a font of that face length, when it takes `used` now.
@@ -46,7 +47,8 @@ bool addTemplateStyle(std::span<std::uint16_t> words, std::uint32_t style);
 /// Gives the template in the first `used` words of `words` another font, or its first one, and
 /// sets style bits along with DS_SETFONT. Weight, italic and character set of an extended
 /// template stay; where it had no face they become 400, upright and default. False, and nothing
-/// changed, when the template is cut off or `words` are too few (see wordsWithFont).
+/// changed, when the template is cut off, `words` are too few (see wordsWithFont), or the style
+/// cannot be set.
 ///
 /// The items move with the end of the font block, except when the low byte of their number is 0:
 /// a template of 256 items keeps them where they are.

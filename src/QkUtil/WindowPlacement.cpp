@@ -1,5 +1,6 @@
 #include "QkUtil/WindowPlacement.h"
 
+#include "QkUtil/Centring.h"
 #include "QkUtil/Rects.h"
 
 namespace QkDlg {

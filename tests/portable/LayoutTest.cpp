@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "QkUtil/Centring.h"
+
 #include "QkCustBtn/ButtonLayout.h"
 #include "QkCustBtn/SwitchLayout.h"
 #include "QkCustCtrl/CaptionLayout.h"
@@ -112,6 +114,13 @@ TEST(SwitchLayout, TinyWindowKeepsTheThumbInPlace) {
     const SwitchLayout layout = SwitchLayout::of({0, 0, 3, 3}, 2);
     const Rect thumb = layout.thumbDragged(layout.thumbAtRest(true), 10);
     EXPECT_LE(thumb.left, layout.track.left);
+}
+
+TEST(Centring, StaysInsideTheAreaWhereverTheOtherWindowIs) {
+    const Rect area{1000, 0, 2000, 700};  // of a second monitor, above its taskbar
+    EXPECT_EQ(centredIn({100, 50}, {1200, 300, 1400, 400}, area), (Rect{1250, 325, 1350, 375}));
+    EXPECT_EQ(centredIn({100, 50}, {950, 680, 1000, 720}, area), (Rect{1000, 650, 1100, 700}));
+    EXPECT_EQ(centredIn({3000, 900}, {1200, 300, 1400, 400}, area), (Rect{1000, 0, 4000, 900}));
 }
 
 }  // namespace
