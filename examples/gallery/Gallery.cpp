@@ -4,23 +4,31 @@
 #include <algorithm>
 #include <optional>
 
-#include "Console.h"
 #include "FlatLibrary.h"
 #include "Handles.h"
 #include "MainWindow.h"
 #include "Options.h"
 #include "Page.h"
-#include "Picture.h"
 #include "Pointer.h"
+#include "common/Console.h"
+#include "common/Picture.h"
 
 namespace Gallery {
 namespace {
+
+using QkDlgTools::capturedClient;
+using QkDlgTools::printOut;
+using QkDlgTools::savePng;
 
 constexpr int kExitFailure = 1;
 constexpr int kExitUsage = 2;
 
 // Long enough for the first paint, and for the fades between two states.
 constexpr DWORD kSettleTime = 400;
+
+void printError(const std::wstring& text) {
+    QkDlgTools::printError(text, L"Gallery");
+}
 
 std::wstring pageNames() {
     std::wstring names;
@@ -64,7 +72,7 @@ int takePicture(const MainWindow& main, const Options& options) {
         return kExitUsage;
     }
     pumpFor(main.window(), kSettleTime);
-    const bool saved = savePicture(main.window(), options.png);
+    const bool saved = savePng(capturedClient(main.window()).get(), options.png);
     releasePointer(options);
     if (!saved)
         printError(L"The picture could not be saved: " + options.png + L"\n");

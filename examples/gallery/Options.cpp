@@ -1,24 +1,13 @@
 #include "Options.h"
 
-#include "QkDlg/Win32.h"
-// Needs windows.h first.
-#include <shellapi.h>
-
+#include <cwchar>
 #include <string_view>
 #include <vector>
 
+#include "common/CommandLine.h"
+
 namespace Gallery {
 namespace {
-
-std::vector<std::wstring> arguments() {
-    int count = 0;
-    wchar_t** list = CommandLineToArgvW(GetCommandLineW(), &count);
-    if (!list)
-        return {};
-    std::vector<std::wstring> result(list + 1, list + count);
-    LocalFree(list);
-    return result;
-}
 
 bool setPointer(Options& options, Pointer pointer, const std::wstring& id) {
     options.pointer = pointer;
@@ -56,7 +45,7 @@ bool setValue(Options& options, std::wstring_view name, const std::wstring& valu
 
 std::optional<Options> readOptions() {
     Options options;
-    const std::vector<std::wstring> given = arguments();
+    const std::vector<std::wstring> given = QkDlgTools::commandLineArguments();
     for (size_t i = 0; i < given.size(); ++i) {
         if (setFlag(options, given[i]))
             continue;

@@ -1,48 +1,12 @@
 #include "support/GdiCount.h"
 
-#include <winternl.h>
-
-#include <cstddef>
+#include "common/GdiObjects.h"
 
 namespace QkDlgTest {
 
 namespace {
 
 constexpr int kWarmUps = 20;
-
-// The process's table of GDI handles, for systems whose GetGuiResources always says 0.
-constexpr std::size_t kTableInPeb = sizeof(void*) == 8 ? 0xF8 : 0x94;
-constexpr std::size_t kTableEntries = 65536;
-constexpr BYTE kFontType = 0x0A;
-
-struct GdiEntry {
-    BYTE object[8];
-    BYTE owner[4];
-    BYTE unique[2];
-    BYTE type;  ///< 0 when the entry is free
-    BYTE flags;
-    BYTE user[8];
-};
-static_assert(sizeof(GdiEntry) == 24);
-
-const GdiEntry* gdiTable() {
-    PROCESS_BASIC_INFORMATION process{};
-    NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process,
-                              sizeof process, nullptr);
-    const auto* const peb = reinterpret_cast<const BYTE*>(process.PebBaseAddress);
-    return *reinterpret_cast<const GdiEntry* const*>(peb + kTableInPeb);
-}
-
-void countGdi(Holdings& holdings) {
-    holdings.gdiObjects = static_cast<int>(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS));
-    if (holdings.gdiObjects != 0)
-        return;
-    const GdiEntry* const table = gdiTable();
-    for (std::size_t i = 0; i < kTableEntries; ++i) {
-        holdings.gdiObjects += table[i].type != 0 ? 1 : 0;
-        holdings.fonts += (table[i].type & 0x1F) == kFontType ? 1 : 0;
-    }
-}
 
 BOOL CALLBACK collect(HWND window, LPARAM list) {
     wchar_t name[8]{};
@@ -78,7 +42,9 @@ int windowCount() {
 
 Holdings holdings() {
     Holdings result;
-    countGdi(result);
+    const QkDlgTools::GdiObjects objects = QkDlgTools::countGdiObjects();
+    result.gdiObjects = objects.all;
+    result.fonts = objects.fonts;
     result.windows = windowCount();
     return result;
 }

@@ -1,4 +1,4 @@
-#include "Picture.h"
+#include "common/Picture.h"
 
 // Left out by the lean windows.h, needed by gdiplus.h.
 #include <objidl.h>
@@ -13,9 +13,9 @@ using std::min;  // NOLINT(misc-unused-using-decls)
 
 #include <gdiplus.h>
 
-#include "Handles.h"
+#include "QkUtil/Handles.h"
 
-namespace Gallery {
+namespace QkDlgTools {
 namespace {
 
 constexpr CLSID kPngEncoder = {
@@ -43,49 +43,49 @@ private:
     bool running_ = false;
 };
 
-class ClientDc {
-public:
-    explicit ClientDc(HWND window) : window_(window), dc_(GetDC(window)) {}
-    ~ClientDc() { ReleaseDC(window_, dc_); }
-    ClientDc(const ClientDc&) = delete;
-    ClientDc& operator=(const ClientDc&) = delete;
-    ClientDc(ClientDc&&) = delete;
-    ClientDc& operator=(ClientDc&&) = delete;
-
-    [[nodiscard]] HDC get() const { return dc_; }
-
-private:
-    HWND window_;
-    HDC dc_;
-};
-
-UniqueBitmap capture(HWND window) {
-    RECT client{};
-    GetClientRect(window, &client);
-    const ClientDc source(window);
-    // A mirrored window would be copied mirrored once more.
-    SetLayout(source.get(), 0);
-    const UniqueMemoryDc target(CreateCompatibleDC(source.get()));
-    SetLayout(target.get(), 0);
-    UniqueBitmap bitmap(CreateCompatibleBitmap(source.get(), client.right, client.bottom));
-    if (!target || !bitmap)
-        return nullptr;
-    HGDIOBJ previous = SelectObject(target.get(), bitmap.get());
-    const BOOL copied =
-        BitBlt(target.get(), 0, 0, client.right, client.bottom, source.get(), 0, 0, SRCCOPY);
-    SelectObject(target.get(), previous);
-    return copied ? std::move(bitmap) : nullptr;
-}
-
 }  // namespace
 
-bool savePicture(HWND window, const std::wstring& file) {
-    const UniqueBitmap bitmap = capture(window);
+UniquePicture capturedClient(HWND window) {
+    RECT client{};
+    GetClientRect(window, &client);
+    const QkDlg::WindowDc source(window);
+    // A mirrored window would be copied mirrored once more.
+    SetLayout(source.get(), 0);
+    const QkDlg::MemoryDc target(CreateCompatibleDC(source.get()));
+    SetLayout(target.get(), 0);
+    UniquePicture picture(CreateCompatibleBitmap(source.get(), client.right, client.bottom));
+    if (!target || !picture || IsRectEmpty(&client))
+        return nullptr;
+    const QkDlg::Selection selected(target.get(), picture.get());
+    const BOOL copied =
+        BitBlt(target.get(), 0, 0, client.right, client.bottom, source.get(), 0, 0, SRCCOPY);
+    return copied ? std::move(picture) : nullptr;
+}
+
+bool savePng(HBITMAP bitmap, const std::wstring& file) {
     const GdiPlus gdiPlus;
     if (!bitmap || !gdiPlus.running())
         return false;
-    Gdiplus::Bitmap image(bitmap.get(), nullptr);
+    Gdiplus::Bitmap image(bitmap, nullptr);
     return image.Save(file.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok;
 }
 
-}  // namespace Gallery
+UniquePicture loadPicture(const std::wstring& file) {
+    const GdiPlus gdiPlus;
+    if (!gdiPlus.running())
+        return nullptr;
+    Gdiplus::Bitmap image(file.c_str());
+    HBITMAP bitmap = nullptr;
+    if (image.GetHBITMAP(Gdiplus::Color(Gdiplus::Color::White), &bitmap) != Gdiplus::Ok)
+        return nullptr;
+    return UniquePicture(bitmap);
+}
+
+SIZE pictureSize(HBITMAP bitmap) {
+    BITMAP info{};
+    if (!bitmap || !GetObjectW(bitmap, sizeof info, &info))
+        return {};
+    return {info.bmWidth, info.bmHeight};
+}
+
+}  // namespace QkDlgTools
