@@ -21,6 +21,8 @@ std::span<const FlatControl> passwordControls();
 INT_PTR passwordHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 std::span<const FlatControl> comboControls();
 INT_PTR comboHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+std::span<const FlatControl> scrollbarControls();
+INT_PTR scrollbarHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 
 std::span<const Page> pages() {
     static constexpr Page kPages[] = {
@@ -33,6 +35,8 @@ std::span<const Page> pages() {
         {L"edits", L"Edit boxes", IDD_PAGE_EDITS, editControls, editHook},
         {L"passwords", L"Password boxes", IDD_PAGE_PASSWORDS, passwordControls, passwordHook},
         {L"combos", L"Combo boxes", IDD_PAGE_COMBOS, comboControls, comboHook},
+        {L"scrollbars", L"Scroll bars and sliders", IDD_PAGE_SCROLLBARS, scrollbarControls,
+         scrollbarHook},
     };
     return kPages;
 }
