@@ -71,7 +71,9 @@ void ScrollArrows::draw(HDC dc, const RECT& box, const Look& look, bool second, 
     if (!bitmap || length * 10 < size.width * kGlyphLengthTenths ||
         width * 10 < size.width * kGlyphWidthTenths)
         return;
-    AlphaBlendBitmap(dc, bitmap, box.left + (room.width - size.width) / 2,
+    // Half a pixel goes to the same side of the screen in a mirrored bar.
+    const int half = look.mirrored ? 1 : 0;
+    AlphaBlendBitmap(dc, bitmap, box.left + (room.width - size.width + half) / 2,
                      box.top + (room.height - size.height) / 2, size.width, size.height);
 }
 

@@ -1,0 +1,123 @@
+#include "QkCustScroll/TargetScroll.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <cwchar>
+
+namespace QkDlg {
+
+namespace {
+
+// Ends a walk in a window that never arrives, and one that would take too long to follow the mouse.
+constexpr int kMaxSteps = 500;
+
+// Elements of a scroll bar in SCROLLBARINFO::rgstate.
+constexpr int kWholeBar = 0;
+constexpr int kFirstArrow = 1;
+constexpr int kSecondArrow = 5;
+
+bool isListView(HWND hwnd) {
+    std::array<wchar_t, 32> name{};
+    GetClassNameW(hwnd, name.data(), static_cast<int>(name.size()));
+    return std::wcscmp(name.data(), WC_LISTVIEWW) == 0;
+}
+
+int positionOf(HWND target, bool vertical) {
+    return scrollInfoOf(target, vertical).nPos;
+}
+
+int trackPositionOf(HWND bar) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_TRACKPOS;
+    GetScrollInfo(bar, SB_CTL, &info);
+    return info.nTrackPos;
+}
+
+// A list of many rows is far too long for pages. Its rows have one height, so this ends close by.
+void scrollListNear(HWND list, bool vertical, int position) {
+    const SCROLLINFO info = scrollInfoOf(list, vertical);
+    RECT client{};
+    GetClientRect(list, &client);
+    const std::int64_t extent = vertical ? client.bottom : client.right;
+    const std::int64_t units = std::max<std::int64_t>(info.nPage, 1);
+    const auto pixels = static_cast<int>(std::clamp<std::int64_t>(
+        extent * (std::int64_t{position} - info.nPos) / units, INT32_MIN, INT32_MAX));
+    SendMessageW(list, LVM_SCROLL, vertical ? 0U : static_cast<WPARAM>(pixels),
+                 vertical ? pixels : 0);
+}
+
+// SB_PAGEUP and SB_PAGELEFT, SB_LINEUP and SB_LINELEFT are the same numbers.
+void walk(HWND target, UINT message, int position) {
+    const bool vertical = message == WM_VSCROLL;
+    std::int64_t before = INT64_MAX;
+    for (int step = 0; step < kMaxSteps; ++step) {
+        const SCROLLINFO info = scrollInfoOf(target, vertical);
+        const std::int64_t rest = std::int64_t{position} - info.nPos;
+        if (rest == 0 || std::abs(rest) >= std::abs(before))
+            return;
+        before = rest;
+        const bool page = info.nPage > 1 && std::abs(rest) >= std::int64_t{info.nPage};
+        const int up = page ? SB_PAGEUP : SB_LINEUP;
+        const int down = page ? SB_PAGEDOWN : SB_LINEDOWN;
+        SendMessageW(target, message, static_cast<WPARAM>(rest < 0 ? up : down), 0);
+    }
+}
+
+}  // namespace
+
+SCROLLINFO scrollInfoOf(HWND target, bool vertical) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    GetScrollInfo(target, vertical ? SB_VERT : SB_HORZ, &info);
+    return info;
+}
+
+bool canScroll(HWND target, bool vertical, const SCROLLINFO& info) {
+    SCROLLBARINFO bar{};
+    bar.cbSize = sizeof bar;
+    const bool known =
+        GetScrollBarInfo(target, vertical ? OBJID_VSCROLL : OBJID_HSCROLL, &bar) != FALSE;
+    if (known && (bar.rgstate[kWholeBar] & STATE_SYSTEM_UNAVAILABLE) != 0)
+        return false;
+    const std::int64_t last = std::int64_t{info.nMax} - std::max<std::int64_t>(info.nPage, 1) + 1;
+    return last > info.nMin;
+}
+
+UINT arrowsOff(HWND target, bool vertical) {
+    SCROLLBARINFO bar{};
+    bar.cbSize = sizeof bar;
+    if (!GetScrollBarInfo(target, vertical ? OBJID_VSCROLL : OBJID_HSCROLL, &bar))
+        return ESB_ENABLE_BOTH;
+    UINT off = ESB_ENABLE_BOTH;
+    if ((bar.rgstate[kFirstArrow] & STATE_SYSTEM_UNAVAILABLE) != 0)
+        off |= ESB_DISABLE_UP;
+    if ((bar.rgstate[kSecondArrow] & STATE_SYSTEM_UNAVAILABLE) != 0)
+        off |= ESB_DISABLE_DOWN;
+    return off;
+}
+
+void forwardScroll(HWND target, HWND bar, UINT message, WPARAM wParam) {
+    const UINT code = LOWORD(wParam);
+    const bool list = isListView(target);
+    const auto sender = list ? reinterpret_cast<LPARAM>(bar) : 0;
+    if (code != SB_THUMBTRACK && code != SB_THUMBPOSITION) {
+        SendMessageW(target, message, wParam, sender);
+        return;
+    }
+    const bool vertical = message == WM_VSCROLL;
+    const int wanted = trackPositionOf(bar);
+    const int before = positionOf(target, vertical);
+    const auto forwarded = MAKEWPARAM(list ? code : SB_THUMBPOSITION, HIWORD(wParam));
+    SendMessageW(target, message, forwarded, sender);
+    if (positionOf(target, vertical) != before || wanted == before)
+        return;
+    if (list)
+        scrollListNear(target, vertical, wanted);
+    walk(target, message, wanted);
+}
+
+}  // namespace QkDlg
