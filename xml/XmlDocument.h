@@ -13,6 +13,7 @@
 namespace QkDlg {
 
 class XmlDocument;
+struct XmlDecoded;
 
 enum class XmlNodeKind : unsigned char { Document, Element, Text, CData, Comment };
 
@@ -66,6 +67,7 @@ public:
 
 private:
     friend class XmlDocument;
+    struct XmlDecoded;
 
     XmlNode(const XmlDocument* document, std::size_t index) : document_(document), index_(index) {}
 
@@ -81,19 +83,12 @@ struct XmlParseOptions {
 
 /// A parsed document: its characters in one buffer of UTF-16, its nodes in one array in document
 /// order, linked by number. Reading, searching and freeing never recurse, and nothing is
-/// allocated for a single node. Objects share nothing; one object may be read by many threads.
+/// allocated for a single node. Documents share nothing; many threads may read the same one.
 ///
 /// Adjacent text is one node, and so are adjacent CDATA sections; processing instructions,
 /// declarations and white space outside the top-level elements are not kept.
 class XmlDocument {
 public:
-    XmlDocument();
-    XmlDocument(XmlDocument&& other) noexcept;
-    XmlDocument& operator=(XmlDocument&& other) noexcept;
-    XmlDocument(const XmlDocument&) = delete;
-    XmlDocument& operator=(const XmlDocument&) = delete;
-    ~XmlDocument();
-
     /// Replaces the content by that of `bytes`: UTF-8 with or without byte order mark, UTF-16 of
     /// either byte order with or without it, or what the declaration names (US-ASCII, ISO-8859-1,
     /// windows-1252). Gives what is wrong, and leaves the document empty then; nothing when all is
@@ -111,8 +106,8 @@ public:
     /// at any depth; null when there is none.
     [[nodiscard]] XmlNode find(std::u16string_view name, XmlNode after) const;
     [[nodiscard]] XmlNode find(std::u16string_view name) const { return find(name, root()); }
-    /// All nodes, the root included.
-    [[nodiscard]] std::size_t nodeCount() const { return nodes_.size(); }
+    /// All nodes but the root.
+    [[nodiscard]] std::size_t nodeCount() const { return nodes_.empty() ? 0 : nodes_.size() - 1; }
 
 private:
     friend class XmlNode;
@@ -142,10 +137,10 @@ private:
     [[nodiscard]] bool isElement(std::size_t index, std::u16string_view name) const {
         return nodes_[index].kind == XmlNodeKind::Element && view(nodes_[index].characters) == name;
     }
-    void clear();
+    std::optional<XmlError> parse(XmlDecoded decoded, const XmlParseOptions& options);
 
     std::unique_ptr<char16_t[]> characters_;
-    std::vector<Node> nodes_;
+    std::vector<Node> nodes_;  ///< the first one is the root; none in an empty document
     std::vector<Attribute> attributes_;
 };
 

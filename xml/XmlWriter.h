@@ -47,11 +47,9 @@ private:
 
     bool fail();
     bool closeStartTag();
-    bool leaf(XmlNode node);
-    bool name(std::u16string_view name);
-    bool characters(std::u16string_view text, unsigned char escape);
-    bool plain(std::u16string_view text);
-    [[nodiscard]] std::string_view written(const Slice& slice) const;
+    bool uniqueAttributes();
+    bool appendName(std::u16string_view name);
+    bool begin(XmlNode node);
 
     std::string out_;
     std::vector<Slice> open_;            ///< names of the open elements, where they stand in out_
