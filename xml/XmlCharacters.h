@@ -74,6 +74,19 @@ inline std::size_t put(char16_t* out, char32_t character) {
 /// How many units at the beginning of `text` belong to a name, or go on one begun before it.
 [[nodiscard]] std::size_t nameLength(std::u16string_view text, bool begun = false);
 
+/// Where the name that begins at `begin` ends, `begin` itself when there is none; `end` is where
+/// the characters do, and a zero stands there.
+template <typename Unit>
+[[nodiscard]] Unit* nameEnd(Unit* begin, const char16_t* end) {
+    Unit* at = begin;
+    if (is(*at, kXmlNameStart))
+        while (is(*at, kXmlName))
+            ++at;
+    if (*at >= kClasses.size())
+        at += nameLength({at, static_cast<std::size_t>(end - at)}, at != begin);
+    return at;
+}
+
 /// How many units at the beginning of `text` a document may hold.
 [[nodiscard]] std::size_t allowedLength(std::u16string_view text);
 

@@ -2,19 +2,20 @@
 
 #include <utility>
 
+#include "xml/XmlCharacters.h"
 #include "xml/XmlDecoding.h"
 #include "xml/XmlParser.h"
 
 namespace QkDlg {
 
 XmlNodeKind XmlNode::kind() const {
-    return index_ == 0 ? XmlNodeKind::Document : document_->nodes_[index_].kind;
+    return index_ == 0 ? XmlNodeKind::Document : document_->nodes_[index_].kind();
 }
 
 std::u16string_view XmlNode::name() const {
     switch (kind()) {
         case XmlNodeKind::Document: return {};
-        case XmlNodeKind::Element: return document_->view(document_->nodes_[index_].characters);
+        case XmlNodeKind::Element: return document_->nameAt(document_->nodes_[index_].begin);
         case XmlNodeKind::Text: return u"#text";
         case XmlNodeKind::CData: return u"#cdata-section";
         case XmlNodeKind::Comment: return u"#comment";
@@ -26,7 +27,8 @@ std::u16string_view XmlNode::value() const {
     const XmlNodeKind own = kind();
     if (own == XmlNodeKind::Document || own == XmlNodeKind::Element)
         return {};
-    return document_->view(document_->nodes_[index_].characters);
+    const XmlDocument::Node& node = document_->nodes_[index_];
+    return {document_->characters_.get() + node.begin, node.extent};
 }
 
 std::u16string XmlNode::text() const {
@@ -49,7 +51,7 @@ XmlNode XmlNode::firstChild() const {
 }
 
 XmlNode XmlNode::nextSibling() const {
-    const std::size_t next = index_ == 0 ? 0 : document_->nodes_[index_].next;
+    const std::size_t next = index_ == 0 ? 0 : document_->nodes_[index_].next();
     return next == 0 ? XmlNode() : XmlNode(document_, next);
 }
 
@@ -66,24 +68,30 @@ XmlNode XmlNode::next(std::u16string_view name) const {
 }
 
 std::size_t XmlNode::attributeCount() const {
-    if (kind() != XmlNodeKind::Element)
-        return 0;
-    const bool last = index_ + 1 == document_->nodes_.size();
-    const std::size_t end =
-        last ? document_->attributes_.size() : document_->nodes_[index_ + 1].attributes;
-    return end - document_->nodes_[index_].attributes;
+    std::size_t count = 0;
+    while (hasAttribute(count))
+        ++count;
+    return count;
+}
+
+bool XmlNode::hasAttribute(std::size_t index) const {
+    return kind() == XmlNodeKind::Element && document_->hasAttribute(index_, index);
 }
 
 XmlAttribute XmlNode::attribute(std::size_t index) const {
-    if (index >= attributeCount())
+    if (!hasAttribute(index))
         return {};
-    const auto& found = document_->attributes_[document_->nodes_[index_].attributes + index];
-    return {document_->view(found.name), document_->view(found.value)};
+    const auto& found = document_->attributes_[document_->nodes_[index_].extent + index];
+    const std::u16string_view name = document_->nameAt(found.name);
+    const char16_t* value = name.data() + name.size();
+    while (*value != '"' && *value != '\'')
+        ++value;
+    return {name, {value + 1, found.valueLength}};
 }
 
 std::optional<std::u16string_view> XmlNode::attribute(std::u16string_view name) const {
-    for (std::size_t i = 0, count = attributeCount(); i < count; ++i)
-        if (const XmlAttribute each = attribute(i); each.name == name)
+    for (std::size_t i = 0; hasAttribute(i); ++i)
+        if (const XmlAttribute each = attribute(i); XmlCharacters::equal(each.name, name))
             return each.value;
     return std::nullopt;
 }
@@ -91,8 +99,28 @@ std::optional<std::u16string_view> XmlNode::attribute(std::u16string_view name) 
 std::size_t XmlNode::offset() const {
     if (index_ == 0)
         return 0;
-    const std::size_t begin = document_->nodes_[index_].characters.begin;
+    const std::size_t begin = document_->nodes_[index_].begin;
     return kind() == XmlNodeKind::Element ? begin - 1 : begin;
+}
+
+std::u16string_view XmlDocument::nameAt(std::size_t begin) const {
+    const char16_t* const first = characters_.get() + begin;
+    const char16_t* const end = XmlCharacters::nameEnd(first, characters_.get() + length_);
+    return {first, static_cast<std::size_t>(end - first)};
+}
+
+bool XmlDocument::isElement(std::size_t index, std::u16string_view name) const {
+    return nodes_[index].kind() == XmlNodeKind::Element &&
+           XmlCharacters::equal(nameAt(nodes_[index].begin), name);
+}
+
+// Attributes stand before the next node.
+bool XmlDocument::hasAttribute(std::size_t element, std::size_t index) const {
+    const std::size_t first = nodes_[element].extent;
+    if (index >= attributes_.size() - first)
+        return false;
+    return element + 1 == nodes_.size() ||
+           attributes_[first + index].name < nodes_[element + 1].begin;
 }
 
 std::optional<XmlError> XmlDocument::parseBytes(std::string_view bytes,

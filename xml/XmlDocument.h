@@ -55,8 +55,9 @@ public:
     /// The next sibling element of that name, or null.
     [[nodiscard]] XmlNode next(std::u16string_view name) const;
 
+    /// Takes time in their number.
     [[nodiscard]] std::size_t attributeCount() const;
-    /// In document order; an empty pair at and past the end.
+    /// In document order; an empty pair at and past the end. Takes the same time for each index.
     [[nodiscard]] XmlAttribute attribute(std::size_t index) const;
     /// The value, or nothing when there is no such attribute.
     [[nodiscard]] std::optional<std::u16string_view> attribute(std::u16string_view name) const;
@@ -68,6 +69,8 @@ public:
 private:
     friend class XmlDocument;
     struct XmlDecoded;
+
+    [[nodiscard]] bool hasAttribute(std::size_t index) const;
 
     XmlNode(const XmlDocument* document, std::size_t index) : document_(document), index_(index) {}
 
@@ -113,33 +116,35 @@ private:
     friend class XmlNode;
     friend class XmlParser;
 
-    struct Slice {
-        std::size_t begin = 0;
-        std::size_t length = 0;
-    };
-    /// The first child of a node is the node behind it, if that one names it as its parent; the
-    /// attributes of an element end where those of the node behind it begin.
+    /// Small, because on large documents memory is what takes the time. Names are not measured:
+    /// they end where the characters are none of a name. The first child of a node is the node
+    /// behind it, if that one names it as its parent.
     struct Node {
-        Slice characters;  ///< an element's name, or the characters of the other kinds
+        std::size_t begin = 0;   ///< of an element's name, or of the characters of the other kinds
+        std::size_t extent = 0;  ///< an element's first attribute, or how many characters there are
         std::size_t parent = 0;
-        std::size_t next = 0;  ///< the next sibling, or 0
-        std::size_t attributes = 0;
-        XmlNodeKind kind = XmlNodeKind::Document;
+        std::size_t nextAndKind = 0;  ///< the next sibling or 0, times four, and the kind less one
+
+        [[nodiscard]] std::size_t next() const { return nextAndKind >> 2; }
+        void setNext(std::size_t next) { nextAndKind = next << 2 | (nextAndKind & 3); }
+        [[nodiscard]] XmlNodeKind kind() const {
+            return static_cast<XmlNodeKind>(1 + (nextAndKind & 3));
+        }
     };
+    /// It belongs to the last element that begins before it. The value stands behind the name, an
+    /// equals sign and a quotation mark.
     struct Attribute {
-        Slice name;
-        Slice value;
+        std::size_t name = 0;
+        std::size_t valueLength = 0;
     };
 
-    [[nodiscard]] std::u16string_view view(const Slice& slice) const {
-        return {characters_.get() + slice.begin, slice.length};
-    }
-    [[nodiscard]] bool isElement(std::size_t index, std::u16string_view name) const {
-        return nodes_[index].kind == XmlNodeKind::Element && view(nodes_[index].characters) == name;
-    }
+    [[nodiscard]] std::u16string_view nameAt(std::size_t begin) const;
+    [[nodiscard]] bool isElement(std::size_t index, std::u16string_view name) const;
+    [[nodiscard]] bool hasAttribute(std::size_t element, std::size_t index) const;
     std::optional<XmlError> parse(XmlDecoded decoded, const XmlParseOptions& options);
 
     std::unique_ptr<char16_t[]> characters_;
+    std::size_t length_ = 0;
     std::vector<Node> nodes_;  ///< the first one is the root; none in an empty document
     std::vector<Attribute> attributes_;
 };

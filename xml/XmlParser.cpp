@@ -61,6 +61,7 @@ XmlParser::XmlParser(XmlDocument& document, XmlDecoded decoded, const XmlParseOp
       at_(begin_),
       end_(begin_ + decoded.length) {
     document_.characters_ = std::move(decoded.characters);
+    document_.length_ = decoded.length;
     document_.nodes_.emplace_back();
 }
 
@@ -114,8 +115,8 @@ bool XmlParser::startTag() {
     if (parent_ == 0 && sawElement_ && options_.singleRoot)
         return fail(XmlErrorId::RootHasSibling, XmlCause::Syntax, begin_, tag);
     sawElement_ = true;
-    const std::size_t firstAttribute = document_.attributes_.size();
-    append(XmlNodeKind::Element, slice(tag + 1, at_));
+    append(XmlNodeKind::Element, tag + 1, document_.attributes_.size());
+    attributeNames_.clear();
     while (true) {
         const char16_t* const before = at_;
         skipSpace();
@@ -126,7 +127,7 @@ bool XmlParser::startTag() {
         if (!attribute(tag))
             return false;
     }
-    if (!uniqueAttributes(tag, firstAttribute))
+    if (!uniqueAttributes(tag))
         return false;
     const bool empty = *at_ == '/';
     at_ += empty ? 1 : 0;
@@ -142,25 +143,27 @@ bool XmlParser::attribute(const char16_t* tag) {
     const char16_t* const name = at_;
     if (skipName() == 0)
         return badTag(XmlCause::BadAttribute, tag);
-    XmlDocument::Attribute found{slice(name, at_), {}};
+    attributeNames_.emplace_back(name, offsetOf(at_) - offsetOf(name));
+    XmlDocument::Attribute found{offsetOf(name), 0};
     skipSpace();
     if (*at_ != '=')
         return badTag(XmlCause::BadAttribute, tag);
     ++at_;
     skipSpace();
-    const char16_t quote = *at_;
-    const bool good = quote == '"' ? attributeValue<kXmlDoubleQuotedStop>(tag, quote, found.value)
-                      : quote == '\''
-                          ? attributeValue<kXmlSingleQuotedStop>(tag, quote, found.value)
-                          : badTag(XmlCause::BadAttribute, tag);
-    if (good)
+    const bool good = *at_ == '"'    ? attributeValue<kXmlDoubleQuotedStop>(tag, found.valueLength)
+                      : *at_ == '\'' ? attributeValue<kXmlSingleQuotedStop>(tag, found.valueLength)
+                                     : badTag(XmlCause::BadAttribute, tag);
+    if (good) {
+        makeRoom(document_.attributes_);
         document_.attributes_.push_back(found);
+    }
     return good;
 }
 
 // A white space in a value counts as a space, and a line end as one.
 template <unsigned kStop>
-bool XmlParser::attributeValue(const char16_t* tag, char16_t quote, Slice& value) {
+bool XmlParser::attributeValue(const char16_t* tag, std::size_t& length) {
+    const char16_t quote = *at_;
     char16_t* const begin = ++at_;
     char16_t* out = begin;
     while (true) {
@@ -168,7 +171,7 @@ bool XmlParser::attributeValue(const char16_t* tag, char16_t quote, Slice& value
         at_ = scan<kStop>(at_);
         out = moved(run, at_, out);
         if (*at_ == quote) {
-            value = slice(begin, out);
+            length = static_cast<std::size_t>(out - begin);
             ++at_;
             return true;
         }
@@ -185,14 +188,11 @@ bool XmlParser::attributeValue(const char16_t* tag, char16_t quote, Slice& value
     }
 }
 
-bool XmlParser::uniqueAttributes(const char16_t* tag, std::size_t first) {
-    const std::size_t count = document_.attributes_.size() - first;
-    const auto nameAt = [this, first](std::size_t index) {
-        return document_.view(document_.attributes_[first + index].name);
-    };
-    const auto duplicate = XmlCharacters::firstDuplicate(count, nameAt);
+bool XmlParser::uniqueAttributes(const char16_t* tag) {
+    const auto nameAt = [this](std::size_t index) { return attributeNames_[index]; };
+    const auto duplicate = XmlCharacters::firstDuplicate(attributeNames_.size(), nameAt);
     return !duplicate || fail(XmlErrorId::UnterminatedTag, XmlCause::DuplicateAttribute, tag,
-                              nameAt(*duplicate).data());
+                              attributeNames_[*duplicate].data());
 }
 
 bool XmlParser::endTag() {
@@ -202,8 +202,7 @@ bool XmlParser::endTag() {
     if (length == 0)
         return fail(XmlErrorId::ExpectingTagName, at_);
     const std::u16string_view name(tag + 2, length);
-    if (parent_ == 0 ||
-        !XmlCharacters::equal(document_.view(document_.nodes_[parent_].characters), name))
+    if (parent_ == 0 || !document_.isElement(parent_, name))
         return wrongEndTag(tag, name);
     skipSpace();
     if (*at_ != '>')
@@ -216,16 +215,20 @@ bool XmlParser::endTag() {
 // The end tag of an element further out shows that the innermost one lacks its own.
 bool XmlParser::wrongEndTag(const char16_t* tag, std::u16string_view name) {
     std::size_t outer = parent_;
-    while (outer != 0 && document_.view(document_.nodes_[outer].characters) != name)
+    while (outer != 0 && !document_.isElement(outer, name))
         outer = document_.nodes_[outer].parent;
     if (outer == 0) {
         error_.tagName = name;
         return fail(XmlErrorId::LoneEndTag, XmlCause::Syntax, tag, at_);
     }
-    const Slice open = document_.nodes_[parent_].characters;
-    error_.tagName = document_.view(open);
-    error_.offset2 = offsetOf(tag);
-    return fail(XmlErrorId::MissingEndTag, XmlCause::Syntax, begin_ + open.begin - 1, at_);
+    return missingEndTag(tag);
+}
+
+bool XmlParser::missingEndTag(const char16_t* expected) {
+    const std::size_t open = document_.nodes_[parent_].begin;
+    error_.tagName = document_.nameAt(open);
+    error_.offset2 = offsetOf(expected);
+    return fail(XmlErrorId::MissingEndTag, XmlCause::Syntax, begin_ + open - 1, at_);
 }
 
 bool XmlParser::bang() {
@@ -272,7 +275,7 @@ bool XmlParser::comment() {
     if (*at_ != '>')
         return badTag(XmlCause::BadComment, tag);
     ++at_;
-    append(XmlNodeKind::Comment, slice(begin, out));
+    append(XmlNodeKind::Comment, begin, static_cast<std::size_t>(out - begin));
     return true;
 }
 
@@ -363,10 +366,7 @@ bool XmlParser::topLevelText() {
 
 bool XmlParser::atEnd() {
     if (parent_ != 0) {
-        const Slice open = document_.nodes_[parent_].characters;
-        error_.tagName = document_.view(open);
-        error_.offset2 = offsetOf(end_);
-        return fail(XmlErrorId::MissingEndTag, XmlCause::Syntax, begin_ + open.begin - 1, end_);
+        return missingEndTag(end_);
     }
     if (sawElement_)
         return true;
@@ -405,23 +405,41 @@ char16_t* XmlParser::reference(char16_t* out) {
     return out + XmlCharacters::put(out, character);
 }
 
-void XmlParser::append(XmlNodeKind kind, const Slice& characters) {
-    const std::size_t index = document_.nodes_.size();
-    document_.nodes_.push_back({characters, parent_, 0, document_.attributes_.size(), kind});
+// Foresees from what was read how many there will be, so that few are moved and little memory is
+// touched that is not needed. Not too far: a document need not go on as it began.
+template <typename Record>
+void XmlParser::makeRoom(std::vector<Record>& records) const {
+    constexpr std::size_t kLeast = 64;
+    constexpr std::size_t kMostGrowth = 16;
+    const std::size_t size = records.size();
+    if (size < records.capacity())
+        return;
+    const double part =
+        static_cast<double>(offsetOf(at_) + 1) / static_cast<double>(document_.length_ + 1);
+    const auto foreseen = static_cast<std::size_t>(1.05 * static_cast<double>(size) / part);
+    records.reserve(std::max(kLeast, std::clamp(foreseen, size + size / 2, size * kMostGrowth)));
+}
+
+void XmlParser::append(XmlNodeKind kind, const char16_t* begin, std::size_t extent) {
+    std::vector<XmlDocument::Node>& nodes = document_.nodes_;
+    const std::size_t index = nodes.size();
+    makeRoom(nodes);
+    nodes.push_back({offsetOf(begin), extent, parent_, static_cast<std::size_t>(kind) - 1});
     if (previous_ != 0)
-        document_.nodes_[previous_].next = index;
+        nodes[previous_].setNext(index);
     previous_ = index;
 }
 
 // What something that is not kept has parted becomes one node again.
 void XmlParser::appendCharacters(XmlNodeKind kind, char16_t* begin, const char16_t* end) {
-    if (previous_ == 0 || document_.nodes_[previous_].kind != kind) {
-        append(kind, slice(begin, end));
+    const auto count = static_cast<std::size_t>(end - begin);
+    if (previous_ == 0 || document_.nodes_[previous_].kind() != kind) {
+        append(kind, begin, count);
         return;
     }
-    Slice& earlier = document_.nodes_[previous_].characters;
-    std::copy(static_cast<const char16_t*>(begin), end, begin_ + earlier.begin + earlier.length);
-    earlier.length += static_cast<std::size_t>(end - begin);
+    XmlDocument::Node& earlier = document_.nodes_[previous_];
+    std::copy(static_cast<const char16_t*>(begin), end, begin_ + earlier.begin + earlier.extent);
+    earlier.extent += count;
 }
 
 void XmlParser::skipSpace() {
@@ -431,11 +449,7 @@ void XmlParser::skipSpace() {
 
 std::size_t XmlParser::skipName() {
     const char16_t* const begin = at_;
-    if (is(*at_, kXmlNameStart))
-        while (is(*at_, kXmlName))
-            ++at_;
-    if (*at_ >= XmlCharacters::kClasses.size())
-        at_ += XmlCharacters::nameLength(rest(), at_ == begin);
+    at_ = XmlCharacters::nameEnd(at_, end_);
     return static_cast<std::size_t>(at_ - begin);
 }
 
@@ -445,10 +459,6 @@ std::u16string_view XmlParser::rest() const {
 
 std::size_t XmlParser::offsetOf(const char16_t* place) const {
     return static_cast<std::size_t>(place - begin_);
-}
-
-XmlParser::Slice XmlParser::slice(const char16_t* begin, const char16_t* end) const {
-    return {offsetOf(begin), static_cast<std::size_t>(end - begin)};
 }
 
 bool XmlParser::fail(XmlErrorId id, XmlCause cause, const char16_t* reported,

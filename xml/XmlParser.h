@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "xml/XmlDecoding.h"
 #include "xml/XmlDocument.h"
@@ -19,16 +20,15 @@ public:
     [[nodiscard]] std::optional<XmlError> run();
 
 private:
-    using Slice = XmlDocument::Slice;
-
     // Each of these consumes its own kind of markup, or reports and returns false.
     bool everything();
     bool declaration();
     bool markup();
     bool startTag();
     bool attribute(const char16_t* tag);
-    bool uniqueAttributes(const char16_t* tag, std::size_t first);
+    bool uniqueAttributes(const char16_t* tag);
     bool endTag();
+    bool missingEndTag(const char16_t* expected);
     bool wrongEndTag(const char16_t* tag, std::u16string_view name);
     bool bang();
     bool doctype();
@@ -40,16 +40,17 @@ private:
     bool atEnd();
 
     template <unsigned kStop>
-    bool attributeValue(const char16_t* tag, char16_t quote, Slice& value);
+    bool attributeValue(const char16_t* tag, std::size_t& length);
     char16_t* reference(char16_t* out);
 
-    void append(XmlNodeKind kind, const Slice& characters);
+    void append(XmlNodeKind kind, const char16_t* begin, std::size_t extent);
     void appendCharacters(XmlNodeKind kind, char16_t* begin, const char16_t* end);
     void skipSpace();
     std::size_t skipName();
     [[nodiscard]] std::u16string_view rest() const;
     [[nodiscard]] std::size_t offsetOf(const char16_t* place) const;
-    [[nodiscard]] Slice slice(const char16_t* begin, const char16_t* end) const;
+    template <typename Record>
+    void makeRoom(std::vector<Record>& records) const;
 
     bool fail(XmlErrorId id, XmlCause cause, const char16_t* reported, const char16_t* place);
     bool fail(XmlErrorId id, const char16_t* reported);
@@ -66,6 +67,7 @@ private:
     bool sawMarkup_ = false;
     bool sawElement_ = false;
     bool sawDoctype_ = false;
+    std::vector<std::u16string_view> attributeNames_;  // of the tag being read
     XmlError error_;
 };
 
