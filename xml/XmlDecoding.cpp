@@ -109,10 +109,9 @@ XmlDecoded decodeUtf8(std::string_view bytes) {
     XmlDecoded decoded = reserved(bytes.size());
     const auto* in = reinterpret_cast<const unsigned char*>(bytes.data());
     const auto* const end = in + bytes.size();
-    char16_t* out = decoded.characters.get();
-    const auto lengthSoFar = [&] {
-        return static_cast<std::size_t>(out - decoded.characters.get());
-    };
+    char16_t* const begin = decoded.characters.get();
+    char16_t* out = begin;
+    const auto lengthSoFar = [&] { return static_cast<std::size_t>(out - begin); };
     while (in < end) {
         if (static_cast<std::size_t>(end - in) >= kBlock && isPlainBlock(in)) {
             std::copy(in, in + kBlock, out);

@@ -55,6 +55,11 @@ XmlNode XmlNode::nextSibling() const {
     return next == 0 ? XmlNode() : XmlNode(document_, next);
 }
 
+XmlNode XmlNode::following() const {
+    const bool last = document_ == nullptr || index_ + 1 >= document_->nodes_.size();
+    return last ? XmlNode() : XmlNode(document_, index_ + 1);
+}
+
 XmlNode XmlNode::child(std::u16string_view name) const {
     const XmlNode first = firstChild();
     return !first || document_->isElement(first.index_, name) ? first : first.next(name);

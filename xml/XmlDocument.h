@@ -48,6 +48,8 @@ public:
     [[nodiscard]] XmlNode parent() const;
     [[nodiscard]] XmlNode firstChild() const;
     [[nodiscard]] XmlNode nextSibling() const;
+    /// The node that begins next in the document: the first child, a sibling, or one further out.
+    [[nodiscard]] XmlNode following() const;
     /// All children, of every kind, in document order: `for (XmlNode child : node.children())`.
     [[nodiscard]] Children children() const;
     /// The first child element of that name, or null.
