@@ -90,11 +90,25 @@ template <typename Unit>
 /// How many units at the beginning of `text` a document may hold.
 [[nodiscard]] std::size_t allowedLength(std::u16string_view text);
 
-/// Faster than comparing unit by unit.
+/// Faster than comparing unit by unit. Most strings that differ do so in length or at the
+/// beginning.
 template <typename Unit>
 [[nodiscard]] bool equal(std::basic_string_view<Unit> left, std::basic_string_view<Unit> right) {
-    return left.size() == right.size() &&
-           std::memcmp(left.data(), right.data(), left.size() * sizeof(Unit)) == 0;
+    if (left.size() != right.size())
+        return false;
+    return left.empty() ||
+           (left.front() == right.front() &&
+            std::memcmp(left.data(), right.data(), left.size() * sizeof(Unit)) == 0);
+}
+
+/// Whether the name that `text` begins with is `name`, which is one.
+[[nodiscard]] inline bool beginsWithName(std::u16string_view text, std::u16string_view name) {
+    if (text.size() < name.size() || !equal(text.substr(0, name.size()), name))
+        return false;
+    const std::u16string_view behind = text.substr(name.size());
+    if (behind.empty() || behind.front() < kClasses.size())
+        return behind.empty() || !is(behind.front(), kXmlName);
+    return nameLength(behind, true) == 0;
 }
 
 /// The number of the first name that stands before it already, among `count` names that `nameAt`
@@ -103,6 +117,8 @@ template <typename Unit>
 template <typename NameAt>
 [[nodiscard]] std::optional<std::size_t> firstDuplicate(std::size_t count, NameAt nameAt) {
     constexpr std::size_t kFew = 8;
+    if (count < 2)
+        return std::nullopt;
     if (count <= kFew) {
         for (std::size_t second = 1; second < count; ++second)
             for (std::size_t first = 0; first < second; ++first)

@@ -68,13 +68,12 @@ constexpr std::size_t kBlock = 32;
 
 // Without a branch for each byte, so that compilers can look at many at once.
 bool isPlainBlock(const unsigned char* bytes) {
-    unsigned odd = 0;
+    unsigned char odd = 0;
     for (std::size_t i = 0; i < kBlock; ++i) {
         const unsigned char byte = bytes[i];
-        const auto control = static_cast<unsigned char>(
-            static_cast<unsigned char>(byte < 0x20) & static_cast<unsigned char>(byte != '\t') &
-            static_cast<unsigned char>(byte != '\n') & static_cast<unsigned char>(byte != '\r'));
-        odd |= control | static_cast<unsigned char>(byte >= 0x80);
+        const bool beyond = byte >= 0x80;
+        const bool control = (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r');
+        odd = static_cast<unsigned char>(odd | (beyond | control));
     }
     return odd == 0;
 }
@@ -119,7 +118,7 @@ XmlDecoded decodeUtf8(std::string_view bytes) {
             out += kBlock;
             continue;
         }
-        // Past the next odd place, with whatever follows up to a block's length.
+
         for (const auto* const blockEnd = in + std::min<std::ptrdiff_t>(kBlock, end - in);
              in < blockEnd;) {
             const Sequence next = readSequence(in, static_cast<std::size_t>(end - in));

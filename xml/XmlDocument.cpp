@@ -115,8 +115,10 @@ std::u16string_view XmlDocument::nameAt(std::size_t begin) const {
 }
 
 bool XmlDocument::isElement(std::size_t index, std::u16string_view name) const {
-    return nodes_[index].kind() == XmlNodeKind::Element &&
-           XmlCharacters::equal(nameAt(nodes_[index].begin), name);
+    const Node& node = nodes_[index];
+    const std::u16string_view text(characters_.get() + node.begin, length_ - node.begin);
+    return node.kind() == XmlNodeKind::Element && !name.empty() &&
+           XmlCharacters::beginsWithName(text, name);
 }
 
 // Attributes stand before the next node.

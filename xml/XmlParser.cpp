@@ -62,6 +62,9 @@ XmlParser::XmlParser(XmlDocument& document, XmlDecoded decoded, const XmlParseOp
       end_(begin_ + decoded.length) {
     document_.characters_ = std::move(decoded.characters);
     document_.length_ = decoded.length;
+    // About as many as documents have; what is not needed is not touched.
+    document_.nodes_.reserve(decoded.length / 16 + 8);
+    document_.attributes_.reserve(decoded.length / 64 + 8);
     document_.nodes_.emplace_back();
 }
 
@@ -154,7 +157,8 @@ bool XmlParser::attribute(const char16_t* tag) {
                       : *at_ == '\'' ? attributeValue<kXmlSingleQuotedStop>(tag, found.valueLength)
                                      : badTag(XmlCause::BadAttribute, tag);
     if (good) {
-        makeRoom(document_.attributes_);
+        if (document_.attributes_.size() == document_.attributes_.capacity())
+            grow(document_.attributes_);
         document_.attributes_.push_back(found);
     }
     return good;
@@ -202,7 +206,8 @@ bool XmlParser::endTag() {
     if (length == 0)
         return fail(XmlErrorId::ExpectingTagName, at_);
     const std::u16string_view name(tag + 2, length);
-    if (parent_ == 0 || !document_.isElement(parent_, name))
+    if (parent_ == 0 ||
+        !XmlCharacters::beginsWithName(characters(document_.nodes_[parent_].begin), name))
         return wrongEndTag(tag, name);
     skipSpace();
     if (*at_ != '>')
@@ -408,22 +413,20 @@ char16_t* XmlParser::reference(char16_t* out) {
 // Foresees from what was read how many there will be, so that few are moved and little memory is
 // touched that is not needed. Not too far: a document need not go on as it began.
 template <typename Record>
-void XmlParser::makeRoom(std::vector<Record>& records) const {
-    constexpr std::size_t kLeast = 64;
+void XmlParser::grow(std::vector<Record>& records) const {
     constexpr std::size_t kMostGrowth = 16;
     const std::size_t size = records.size();
-    if (size < records.capacity())
-        return;
     const double part =
         static_cast<double>(offsetOf(at_) + 1) / static_cast<double>(document_.length_ + 1);
     const auto foreseen = static_cast<std::size_t>(1.05 * static_cast<double>(size) / part);
-    records.reserve(std::max(kLeast, std::clamp(foreseen, size + size / 2, size * kMostGrowth)));
+    records.reserve(std::clamp(foreseen, size + size / 2, size * kMostGrowth));
 }
 
 void XmlParser::append(XmlNodeKind kind, const char16_t* begin, std::size_t extent) {
     std::vector<XmlDocument::Node>& nodes = document_.nodes_;
     const std::size_t index = nodes.size();
-    makeRoom(nodes);
+    if (index == nodes.capacity())
+        grow(nodes);
     nodes.push_back({offsetOf(begin), extent, parent_, static_cast<std::size_t>(kind) - 1});
     if (previous_ != 0)
         nodes[previous_].setNext(index);
@@ -455,6 +458,10 @@ std::size_t XmlParser::skipName() {
 
 std::u16string_view XmlParser::rest() const {
     return {at_, static_cast<std::size_t>(end_ - at_)};
+}
+
+std::u16string_view XmlParser::characters(std::size_t from) const {
+    return {begin_ + from, document_.length_ - from};
 }
 
 std::size_t XmlParser::offsetOf(const char16_t* place) const {

@@ -48,9 +48,10 @@ private:
     void skipSpace();
     std::size_t skipName();
     [[nodiscard]] std::u16string_view rest() const;
+    [[nodiscard]] std::u16string_view characters(std::size_t from) const;
     [[nodiscard]] std::size_t offsetOf(const char16_t* place) const;
     template <typename Record>
-    void makeRoom(std::vector<Record>& records) const;
+    void grow(std::vector<Record>& records) const;
 
     bool fail(XmlErrorId id, XmlCause cause, const char16_t* reported, const char16_t* place);
     bool fail(XmlErrorId id, const char16_t* reported);
