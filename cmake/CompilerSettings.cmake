@@ -22,6 +22,11 @@ if(QKDLG_SANITIZE)
     target_link_options(qkdlg_settings INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(QKDLG_FUZZ)
+    # What the search follows; the programs themselves also link its main function.
+    target_compile_options(qkdlg_settings INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # A program or DLL, or in a warnings build just its objects.
 function(qkdlg_add_module kind name)
     if(QKDLG_COMPILE_ONLY)

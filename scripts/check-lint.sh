@@ -13,12 +13,13 @@ source "$ROOT/scripts/lib/presets.sh"
 clean_environment
 arm_cleanup
 lock_build
-need_packages "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" "${CLANG_PACKAGES[@]}"
-for preset in native-sanitize clang-mingw64; do
+need_packages "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" "${FUZZ_PACKAGES[@]}" \
+    "${CLANG_PACKAGES[@]}"
+for preset in native-sanitize fuzz clang-mingw64; do
     configure "$preset"
     # Building leaves Ninja's record of the headers that each source includes.
     build "$preset"
 done
 say "linting"
-run_job python3 "$ROOT/scripts/lib/lint.py" "$ROOT" native-sanitize clang-mingw64 ||
+run_job python3 "$ROOT/scripts/lib/lint.py" "$ROOT" native-sanitize fuzz clang-mingw64 ||
     fail "clang-tidy found faults (above)"

@@ -2,8 +2,9 @@
 # test.sh [CTEST ARGUMENTS...]
 #
 # Builds everything and runs all tests, from nothing but a Debian 12 with apt and root: the portable
-# parts natively with sanitizers, the 64-bit library under Wine on a display of its own, and the
-# 32-bit library where 32-bit Wine can be installed. The arguments go to ctest: -R NAME, say.
+# parts natively with sanitizers, the fuzz targets of the XML library (their corpus, then some
+# seconds of search), the 64-bit library under Wine on a display of its own, and the 32-bit library
+# where 32-bit Wine can be installed. The arguments go to ctest: -R NAME, say.
 set -euo pipefail
 # shellcheck source=lib/common.sh
 source "$(dirname -- "${BASH_SOURCE[0]}")/lib/common.sh"
@@ -30,12 +31,17 @@ test_preset() {
 clean_environment
 arm_cleanup
 lock_build
-need_packages "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" "${WINE_PACKAGES[@]}"
+need_packages "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" "${FUZZ_PACKAGES[@]}" \
+    "${WINE_PACKAGES[@]}"
 decide_wine32
 
 configure native-sanitize
 build native-sanitize
 test_preset native-sanitize "$@"
+
+configure fuzz
+build fuzz
+test_preset fuzz "$@"
 
 # Tests move the mouse and rely on the screen: they never run on the display of a person.
 unset DISPLAY XAUTHORITY
