@@ -23,6 +23,8 @@ std::span<const FlatControl> comboControls();
 INT_PTR comboHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 std::span<const FlatControl> scrollbarControls();
 INT_PTR scrollbarHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+std::span<const FlatControl> holderControls();
+INT_PTR holderHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 
 std::span<const FlatControl> listControls();
 INT_PTR listHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
@@ -46,6 +48,7 @@ std::span<const Page> pages() {
         {L"rows", L"Rows of a list", IDD_PAGE_ROWS, noControls, rowsHook},
         {L"scrollbars", L"Scroll bars and sliders", IDD_PAGE_SCROLLBARS, scrollbarControls,
          scrollbarHook},
+        {L"holders", L"Scrolling windows", IDD_PAGE_HOLDERS, holderControls, holderHook},
     };
     return kPages;
 }

@@ -127,6 +127,7 @@ private:
     INT32 m_grip = 0;             ///< pixels from the thumb's beginning to the mouse that drags it
     INT32 m_dragOffset = 0;       ///< where the dragged thumb begins, in pixels from its track
     INT32 m_wheelRest = 0;        ///< wheel movement that made no whole line yet
+    bool m_keyScrolls = false;    ///< a key that scrolled is down
     bool m_repeatPosted = false;  ///< a repeated press is in the message queue
 };
 

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] HWND GetBar(bool vertical) const;
 
 private:
+    [[nodiscard]] bool Dresses(HWND target) const;
     void Leave();
     void End();
     void Update();

@@ -11,31 +11,16 @@
 #include "QkCustScroll/ScrollArrows.h"
 #include "QkCustScroll/ScrollLayout.h"
 #include "QkCustScroll/ScrollRepeat.h"
-#include "QkUtil/Canvas.h"
-#include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
-#include "lib/AssertReport.h"
 
 namespace QkDlg {
 
 namespace {
 
-constexpr QkLib::AssertSite kUnknownArrows{"src/QkCustScroll", 677};
-
 constexpr UINT_PTR kRepeatTimer = 10551;
 constexpr UINT kRepeatTick = 200;
-constexpr COLORREF kThumbColour = 0xE6E6E6;
-constexpr int kFocusInset = 2;
 constexpr int kNothingPressed = -1;
 constexpr UINT kDefaultWheelLines = 3;
-
-// SetScrollPos asks in this undocumented way for the position before.
-constexpr UINT kPositionBefore = 0x1000;
-
-constexpr int kNone = static_cast<int>(ScrollPart::None);
-constexpr int kArrow1 = static_cast<int>(ScrollPart::Arrow1);
-constexpr int kThumb = static_cast<int>(ScrollPart::Thumb);
-constexpr int kArrow2 = static_cast<int>(ScrollPart::Arrow2);
 
 // What a press on each part asks for; the thumb is dragged.
 constexpr std::array kPartRequests{SB_ENDSCROLL,  SB_LINEUP,   SB_PAGEUP,
@@ -68,16 +53,26 @@ std::optional<int> keyRequest(WPARAM key, bool mirrored) {
     }
 }
 
+/// Tells, after code of the host has run, whether a control is still there and bound as it was.
+class Lifeline {
+public:
+    explicit Lifeline(QkCustomControl& control)
+        : m_hwnd(control.GetWindow()), m_reference(reinterpret_cast<DWORD_PTR>(&control)) {}
+
+    [[nodiscard]] bool holds() const {
+        return livingControl<QkFlatScrollbar>(m_hwnd, m_reference) != nullptr;
+    }
+
+private:
+    HWND m_hwnd;
+    DWORD_PTR m_reference;
+};
+
 UINT wheelLines(bool horizontal) {
     UINT lines = kDefaultWheelLines;
     SystemParametersInfoW(horizontal ? SPI_GETWHEELSCROLLCHARS : SPI_GETWHEELSCROLLLINES, 0, &lines,
                           0);
     return lines;
-}
-
-/// Hosts built for old systems leave the last member out.
-bool isComplete(const SCROLLINFO* info) {
-    return info && (info->cbSize == sizeof *info || info->cbSize == sizeof *info - sizeof(int));
 }
 
 }  // namespace
@@ -146,11 +141,11 @@ void QkFlatScrollbar::Changed(bool redraw) {
 }
 
 int QkFlatScrollbar::HitTest(int x, int y) const {
-    return static_cast<int>(hitScrollPart(Parts(), IsVertical(), x, y));
+    return hitScrollPart(Parts(), IsVertical(), x, y);
 }
 
 int QkFlatScrollbar::PartUnderMouse() const {
-    return m_bBarPressed || m_bBarHover ? HitTest(m_mouse.x, m_mouse.y) : kNone;
+    return m_bBarPressed || m_bBarHover ? HitTest(m_mouse.x, m_mouse.y) : kNoPart;
 }
 
 bool QkFlatScrollbar::IsMirrored() const {
@@ -162,156 +157,7 @@ bool QkFlatScrollbar::IsOn(int part) const {
         return m_bArrow1Enabled;
     if (part == kArrow2)
         return m_bArrow2Enabled;
-    return part != kNone;
-}
-
-// Painting
-
-void QkFlatScrollbar::PaintBar(HDC hdc) {
-    if (!m_hWnd)
-        return;
-    const RECT client = clientRect(m_hWnd);
-    const bool enabled = IsWindowEnabled(m_hWnd) != FALSE;
-    const Canvas canvas(hdc, m_hWnd, {client.right, client.bottom});
-    fillRect(canvas.dc(), client, GetBkColor());
-    PaintThumb(canvas.dc(), enabled);
-    PaintArrow(canvas.dc(), kArrow1, enabled);
-    PaintArrow(canvas.dc(), kArrow2, enabled);
-    DrawFocus(canvas.dc());
-}
-
-void QkFlatScrollbar::PaintThumb(HDC dc, bool enabled) {
-    const bool contrast = IsHighContrast();
-    const COLORREF line = contrast ? GetSysColor(enabled ? COLOR_WINDOWFRAME : COLOR_GRAYTEXT)
-                                   : GetUIColor(enabled ? UICLR_LIGHT_GREY : UICLR_LINE);
-    fillRect(dc, m_rcTrack, line);
-    if (IsRectEmpty(&m_rcThumb))
-        return;
-    const COLORREF face = enabled ? kThumbColour : GetUIColor(UICLR_FACE);
-    fillRect(dc, m_rcThumb, contrast ? GetSysColor(COLOR_WINDOW) : face);
-    frameRect(dc, m_rcThumb, line);
-    if (!contrast && enabled && (m_bDragging || PartUnderMouse() == kThumb))
-        frameRect(dc, m_rcThumb, GetUIColor(m_bBarPressed ? UICLR_ACCENT : UICLR_PRESSED_BORDER));
-}
-
-void QkFlatScrollbar::PaintArrow(HDC dc, int part, bool enabled) {
-    const RECT& box = part == kArrow1 ? m_rcArrow1 : m_rcArrow2;
-    if (IsRectEmpty(&box))
-        return;
-    const bool on = enabled && IsOn(part);
-    const bool pressed = m_nHitPart == part;
-    if (on && PartUnderMouse() == part && (pressed || !m_bBarPressed)) {
-        if (IsHighContrast())
-            frameRect(dc, box, GetSysColor(COLOR_HIGHLIGHT));
-        else
-            fillRect(dc, box, GetUIColor(pressed ? UICLR_PRESSED : UICLR_HOVER));
-    }
-    m_arrows->draw(dc, box, {IsVertical(), IsMirrored(), m_nArrowSize}, part == kArrow2, on);
-}
-
-void QkFlatScrollbar::CalcFocusRect() {
-    m_rcFocus = m_rcThumb;
-    const int inset = scaled(kFocusInset);
-    InflateRect(&m_rcFocus, -inset, -inset);
-}
-
-// Position, range and page
-
-void QkFlatScrollbar::SetPosition(int position, bool redraw) {
-    m_nPos = position;
-    Changed(redraw);
-}
-
-void QkFlatScrollbar::SetRange(int min, int max, bool redraw) {
-    m_nMin = min;
-    m_nMax = max;
-    Changed(redraw);
-}
-
-void QkFlatScrollbar::SetPage(int page, bool redraw) {
-    m_nPage = std::max(page, 0);
-    Changed(redraw);
-}
-
-void QkFlatScrollbar::EnableArrows(WPARAM arrows) {
-    if (arrows > ESB_DISABLE_BOTH)
-        QkLib::reportAssertFailure(kUnknownArrows);
-    m_bArrow1Enabled = (arrows & ESB_DISABLE_LTUP) == 0;
-    m_bArrow2Enabled = (arrows & ESB_DISABLE_RTDN) == 0;
-    Refresh();
-}
-
-LRESULT QkFlatScrollbar::SetInfo(const SCROLLINFO& info, bool redraw) {
-    const int before = m_nPos;
-    if (info.fMask & SIF_RANGE)
-        SetRange(info.nMin, info.nMax, false);
-    if (info.fMask & SIF_PAGE)
-        SetPage(static_cast<int>(std::min<UINT>(info.nPage, INT_MAX)), false);
-    if (info.fMask & SIF_POS)
-        SetPosition(info.nPos, false);
-    // Hosts scroll by asking for any position and reading back what became of it.
-    if (info.fMask & (SIF_RANGE | SIF_PAGE | SIF_POS))
-        SetPosition(clampedPosition(m_nPos, ThumbRange()), false);
-    if (info.fMask & SIF_DISABLENOSCROLL) {
-        const bool scrolls = lastPosition(ThumbRange()) > m_nMin;
-        EnableArrows(scrolls ? ESB_ENABLE_BOTH : ESB_DISABLE_BOTH);
-    }
-    if (redraw)
-        repaintNow(m_hWnd);
-    else
-        Refresh();
-    return info.fMask & kPositionBefore ? before : m_nPos;
-}
-
-bool QkFlatScrollbar::GetInfo(SCROLLINFO& info) const {
-    if (info.fMask & SIF_RANGE) {
-        info.nMin = m_nMin;
-        info.nMax = m_nMax;
-    }
-    if (info.fMask & SIF_PAGE)
-        info.nPage = static_cast<UINT>(m_nPage);
-    if (info.fMask & SIF_POS)
-        info.nPos = m_nPos;
-    if ((info.fMask & SIF_TRACKPOS) && info.cbSize == sizeof info)
-        info.nTrackPos = m_bDragging ? m_nTrackPos : m_nPos;
-    return (info.fMask & SIF_ALL) != 0;
-}
-
-bool QkFlatScrollbar::GetBarInfo(SCROLLBARINFO& info) const {
-    if (info.cbSize != sizeof info)
-        return false;
-    const RECT client = clientRect(m_hWnd);
-    info.rcScrollBar = client;
-    MapWindowPoints(m_hWnd, HWND_DESKTOP, reinterpret_cast<POINT*>(&info.rcScrollBar), 2);
-    const auto start = [this](const RECT& rect) { return IsVertical() ? rect.top : rect.left; };
-    const auto end = [this](const RECT& rect) { return IsVertical() ? rect.bottom : rect.right; };
-    info.dxyLineButton = end(m_rcArrow1) - start(m_rcArrow1);
-    info.xyThumbTop = start(m_rcThumb);
-    info.xyThumbBottom = end(m_rcThumb);
-    info.reserved = 0;
-
-    const std::array<LONG, CCHILDREN_SCROLLBAR + 1> lengths{
-        end(client),
-        info.dxyLineButton,
-        start(m_rcThumb) - start(m_rcTrack),
-        end(m_rcThumb) - start(m_rcThumb),
-        end(m_rcTrack) - end(m_rcThumb),
-        end(m_rcArrow2) - start(m_rcArrow2),
-    };
-    const bool enabled = IsWindowEnabled(m_hWnd) != FALSE;
-    for (int part = 0; part <= CCHILDREN_SCROLLBAR; ++part) {
-        DWORD state = 0;
-        if (lengths.at(static_cast<std::size_t>(part)) <= 0)
-            state |= STATE_SYSTEM_INVISIBLE;
-        if (!enabled || (part != kNone && !IsOn(part)))
-            state |= STATE_SYSTEM_UNAVAILABLE;
-        if (part != kNone && part == m_nHitPart)
-            state |= STATE_SYSTEM_PRESSED;
-        info.rgstate[part] = state;
-    }
-    if (!IsWindowVisible(m_hWnd))
-        info.rgstate[0] |= STATE_SYSTEM_INVISIBLE;
-    return true;
+    return part != kNoPart;
 }
 
 // Mouse, wheel and keyboard
@@ -321,20 +167,18 @@ int QkFlatScrollbar::TranslateRequest(int request) const {
 }
 
 bool QkFlatScrollbar::Request(int request, int position) {
-    const HWND hwnd = m_hWnd;
-    const auto reference = reinterpret_cast<DWORD_PTR>(static_cast<QkCustomControl*>(this));
+    const Lifeline lifeline(*this);
     const WORD high = carriesPosition(request) ? static_cast<WORD>(position) : WORD{0};
-    SendMessageW(GetParent(hwnd), IsVertical() ? WM_VSCROLL : WM_HSCROLL,
-                 MAKEWPARAM(TranslateRequest(request), high), reinterpret_cast<LPARAM>(hwnd));
-    return livingControl<QkFlatScrollbar>(hwnd, reference) != nullptr;
+    SendMessageW(GetParent(m_hWnd), IsVertical() ? WM_VSCROLL : WM_HSCROLL,
+                 MAKEWPARAM(TranslateRequest(request), high), reinterpret_cast<LPARAM>(m_hWnd));
+    return lifeline.holds();
 }
 
 bool QkFlatScrollbar::TakeFocus() {
-    const HWND hwnd = m_hWnd;
-    const auto reference = reinterpret_cast<DWORD_PTR>(static_cast<QkCustomControl*>(this));
-    if ((GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_TABSTOP) != 0)
-        SetFocus(hwnd);
-    return livingControl<QkFlatScrollbar>(hwnd, reference) != nullptr;
+    const Lifeline lifeline(*this);
+    if ((GetWindowLongPtrW(m_hWnd, GWL_STYLE) & WS_TABSTOP) != 0)
+        SetFocus(m_hWnd);
+    return lifeline.holds();
 }
 
 void QkFlatScrollbar::Hold(int part) {
@@ -410,7 +254,7 @@ void QkFlatScrollbar::OnMouseMove(int x, int y) {
 
 void QkFlatScrollbar::OnLButtonUp(int x, int y) {
     m_mouse = {x, y};
-    EndPress(HitTest(x, y) != kNone);
+    EndPress(HitTest(x, y) != kNoPart);
 }
 
 /// The button is up, or the mouse belongs to somebody else. A drag is told of once: what comes
@@ -474,7 +318,10 @@ bool QkFlatScrollbar::OnKeyDown(WPARAM key) {
         return false;
     const bool off = (*request == SB_LINEUP && !m_bArrow1Enabled) ||
                      (*request == SB_LINEDOWN && !m_bArrow2Enabled);
-    if (!off && !m_bBarPressed && Request(*request, 0))
+    if (off || m_bBarPressed)
+        return true;
+    m_keyScrolls = true;
+    if (Request(*request, 0))
         Refresh();
     return true;
 }
@@ -520,59 +367,6 @@ void QkFlatScrollbar::OnRepeatTick() {
 }
 
 // Messages
-
-std::optional<LRESULT> QkFlatScrollbar::AnswerBarMessage(UINT message, WPARAM wParam,
-                                                         LPARAM lParam) {
-    switch (message) {
-        case SBM_SETPOS: SetPosition(static_cast<int>(wParam), lParam != 0); return m_nPos;
-        case SBM_GETPOS: return m_nPos;
-        case SBM_SETRANGE:
-        case SBM_SETRANGEREDRAW:
-            SetRange(static_cast<int>(wParam), static_cast<int>(lParam),
-                     message == SBM_SETRANGEREDRAW);
-            return 1;
-        case SBM_GETRANGE:
-            if (auto* const min = reinterpret_cast<int*>(wParam))
-                *min = m_nMin;
-            if (auto* const max = reinterpret_cast<int*>(lParam))
-                *max = m_nMax;
-            return 1;
-        case SBM_ENABLE_ARROWS: EnableArrows(wParam); return 1;
-        case SBM_SETSCROLLINFO: {
-            const auto* const info = reinterpret_cast<const SCROLLINFO*>(lParam);
-            return isComplete(info) ? SetInfo(*info, wParam != 0) : 0;
-        }
-        case SBM_GETSCROLLINFO: {
-            auto* const info = reinterpret_cast<SCROLLINFO*>(lParam);
-            return isComplete(info) && GetInfo(*info);
-        }
-        case SBM_GETSCROLLBARINFO: {
-            auto* const info = reinterpret_cast<SCROLLBARINFO*>(lParam);
-            return info && GetBarInfo(*info);
-        }
-        default: return std::nullopt;
-    }
-}
-
-std::optional<LRESULT> QkFlatScrollbar::AnswerSliderMessage(UINT message, WPARAM wParam,
-                                                            LPARAM lParam) {
-    const bool redraw = wParam != 0;
-    const int value = static_cast<int>(lParam);
-    switch (message) {
-        case TBM_GETPOS: return m_nPos;
-        case TBM_GETRANGEMIN: return m_nMin;
-        case TBM_GETRANGEMAX: return m_nMax;
-        case TBM_SETPOS: SetPosition(value, redraw); return 0;
-        case TBM_SETRANGE:
-            SetRange(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam)),
-                     redraw);
-            return 0;
-        case TBM_SETRANGEMIN: SetRange(value, m_nMax, redraw); return 0;
-        case TBM_SETRANGEMAX: SetRange(m_nMin, value, redraw); return 0;
-        case TBM_SETPAGESIZE: SetPage(value, redraw); return 0;
-        default: return std::nullopt;
-    }
-}
 
 std::optional<LRESULT> QkFlatScrollbar::AnswerMouse(UINT message, WPARAM wParam, LPARAM lParam) {
     const int x = GET_X_LPARAM(lParam);
@@ -637,7 +431,8 @@ LRESULT QkFlatScrollbar::OnMessage(UINT id, WPARAM wParam, LPARAM lParam) {
         case WM_KEYUP:
             if (!keyRequest(wParam, false))
                 break;
-            (void)Request(SB_ENDSCROLL, 0);
+            if (std::exchange(m_keyScrolls, false))
+                (void)Request(SB_ENDSCROLL, 0);
             return 0;
         default: break;
     }
@@ -661,31 +456,6 @@ LRESULT CALLBACK QkFlatScrollbar::BarProc(HWND hwnd, UINT id, WPARAM wParam, LPA
 }
 
 // Attach
-
-void QkFlatScrollbar::TakeOver(HWND hwnd) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_ALL;
-    if (!SendMessageW(hwnd, SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(&info)) ||
-        info.nMin >= info.nMax)
-        return;
-    m_nMin = info.nMin;
-    m_nMax = info.nMax;
-    m_nPage = static_cast<INT32>(std::min<UINT>(info.nPage, INT_MAX));
-    m_nPos = info.nPos;
-}
-
-void QkFlatScrollbar::GiveBack(HWND hwnd) const {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_ALL;
-    info.nMin = m_nMin;
-    info.nMax = m_nMax;
-    info.nPage = static_cast<UINT>(m_nPage);
-    info.nPos = m_nPos;
-    SendMessageW(hwnd, SBM_SETSCROLLINFO, FALSE, reinterpret_cast<LPARAM>(&info));
-    InvalidateRect(hwnd, nullptr, TRUE);
-}
 
 void QkFlatScrollbar::Attach(HWND hwnd) {
     QkCustomControl::Attach(hwnd);

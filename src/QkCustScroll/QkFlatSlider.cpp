@@ -46,7 +46,7 @@ ScrollParts QkFlatSlider::LayOut() const {
 int QkFlatSlider::HitTest(int x, int y) const {
     const RECT client = clientRect(m_hWnd);
     const int hit = QkFlatScrollbar::HitTest(x, y);
-    if (hit != static_cast<int>(ScrollPart::None) || !PtInRect(&client, {x, y}))
+    if (hit != kNoPart || !PtInRect(&client, {x, y}))
         return hit;
     return IsVertical() ? QkFlatScrollbar::HitTest(m_rcTrack.left, y)
                         : QkFlatScrollbar::HitTest(x, m_rcTrack.top);

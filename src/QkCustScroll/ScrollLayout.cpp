@@ -157,16 +157,15 @@ int thumbOffset(const ScrollParts& parts, bool vertical) {
 
 ScrollPart hitScrollPart(const ScrollParts& parts, bool vertical, int x, int y) {
     if (contains(parts.arrow1, x, y))
-        return ScrollPart::Arrow1;
+        return kArrow1;
     if (contains(parts.arrow2, x, y))
-        return ScrollPart::Arrow2;
+        return kArrow2;
     if (contains(parts.thumb, x, y))
-        return ScrollPart::Thumb;
+        return kThumb;
     if (!contains(parts.track, x, y))
-        return ScrollPart::None;
+        return kNoPart;
     const int point = vertical ? y : x;
-    return point < along(parts.thumb, vertical).start ? ScrollPart::TrackBefore
-                                                      : ScrollPart::TrackAfter;
+    return point < along(parts.thumb, vertical).start ? kTrackBefore : kTrackAfter;
 }
 
 int arrowPicture(int arrowLength) {

@@ -15,13 +15,13 @@ struct ScrollRange {
 };
 
 /// The part of a bar under a point, with the values that hosts of the classes know.
-enum class ScrollPart {
-    None = 0,
-    Arrow1 = 1,
-    TrackBefore = 2,
-    Thumb = 3,
-    TrackAfter = 4,
-    Arrow2 = 5
+enum ScrollPart : int {
+    kNoPart = 0,
+    kArrow1 = 1,
+    kTrackBefore = 2,
+    kThumb = 3,
+    kTrackAfter = 4,
+    kArrow2 = 5,
 };
 
 /// The parts of a bar in its client area.

@@ -1,5 +1,6 @@
 #include "QkDlg/ScrollbarHolder.h"
 
+#include <algorithm>
 #include <set>
 
 #include "QkCustScroll/HolderLayout.h"
@@ -105,10 +106,14 @@ ScrollbarHolder::~ScrollbarHolder() {
 
 // Beginning and end
 
+bool ScrollbarHolder::Dresses(HWND target) const {
+    return m_group && m_group->target == target;
+}
+
 bool ScrollbarHolder::Attach(HWND target) {
-    DWORD_PTR other = 0;
     if (m_group || !IsWindow(target) || !hasStyle(target, WS_CHILD) ||
-        GetWindowSubclass(target, TargetProc, subclassIdOf(target), &other))
+        std::any_of(liveHolders().begin(), liveHolders().end(),
+                    [target](const ScrollbarHolder* each) { return each->Dresses(target); }))
         return false;
     pinOwnModule();
     m_group = std::make_shared<HolderGroup>();
@@ -278,9 +283,7 @@ void ScrollbarHolder::OnAfter(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT CALLBACK ScrollbarHolder::TargetProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                              UINT_PTR id, DWORD_PTR reference) {
     auto* const holder = reinterpret_cast<ScrollbarHolder*>(reference);
-    const auto lives = [&] {
-        return liveHolders().contains(holder) && holder->m_group && holder->m_group->target == hwnd;
-    };
+    const auto lives = [&] { return liveHolders().contains(holder) && holder->Dresses(hwnd); };
     if (!lives()) {
         if (message == WM_NCDESTROY)
             RemoveWindowSubclass(hwnd, TargetProc, id);

@@ -10,8 +10,10 @@ namespace QkDlg {
 
 namespace {
 
-// Ends a walk in a window that never arrives, and one that would take too long to follow the mouse.
-constexpr int kMaxSteps = 500;
+// A walk must not take so long that the thumb lags behind the mouse; the next move continues it.
+constexpr int kStepsAtOnce = 100;
+// Where the thumb is let go it is to arrive, in a window that moves at all.
+constexpr int kStepsAtEnd = 5000;
 
 // Elements of a scroll bar in SCROLLBARINFO::rgstate.
 constexpr int kWholeBar = 0;
@@ -50,10 +52,10 @@ void scrollListNear(HWND list, bool vertical, int position) {
 }
 
 // SB_PAGEUP and SB_PAGELEFT, SB_LINEUP and SB_LINELEFT are the same numbers.
-void walk(HWND target, UINT message, int position) {
+void walk(HWND target, UINT message, int position, int steps) {
     const bool vertical = message == WM_VSCROLL;
     std::int64_t before = INT64_MAX;
-    for (int step = 0; step < kMaxSteps; ++step) {
+    for (int step = 0; step < steps; ++step) {
         const SCROLLINFO info = scrollInfoOf(target, vertical);
         const std::int64_t rest = std::int64_t{position} - info.nPos;
         if (rest == 0 || std::abs(rest) >= std::abs(before))
@@ -117,7 +119,7 @@ void forwardScroll(HWND target, HWND bar, UINT message, WPARAM wParam) {
         return;
     if (list)
         scrollListNear(target, vertical, wanted);
-    walk(target, message, wanted);
+    walk(target, message, wanted, code == SB_THUMBTRACK ? kStepsAtOnce : kStepsAtEnd);
 }
 
 }  // namespace QkDlg

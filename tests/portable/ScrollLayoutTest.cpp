@@ -85,11 +85,11 @@ TEST(ScrollLayout, HitsTellTheTrackBeforeTheThumbFromTheTrackAfterIt) {
         {-1, 0},         {0, 1},          {16, 1}, {17, 2}, {thumb - 1, 2}, {thumb, 3},
         {thumb + 16, 3}, {thumb + 17, 4}, {82, 4}, {83, 5}, {99, 5},        {100, 0}};
     for (const auto& [y, part] : cases)
-        EXPECT_EQ(static_cast<int>(hitScrollPart(bar, true, 8, y)), part) << "at " << y;
-    EXPECT_EQ(hitScrollPart(bar, true, 17, 50), ScrollPart::None) << "beside the bar";
+        EXPECT_EQ(hitScrollPart(bar, true, 8, y), part) << "at " << y;
+    EXPECT_EQ(hitScrollPart(bar, true, 17, 50), kNoPart) << "beside the bar";
     const ScrollParts small = layOutScrollbar({{17, 44}, true}, 17, {0, 9, 0}, 5);
-    EXPECT_EQ(hitScrollPart(small, true, 8, 21), ScrollPart::TrackBefore) << "no thumb";
-    EXPECT_EQ(hitScrollPart(small, true, 8, 22), ScrollPart::TrackAfter) << "no thumb";
+    EXPECT_EQ(hitScrollPart(small, true, 8, 21), kTrackBefore) << "no thumb";
+    EXPECT_EQ(hitScrollPart(small, true, 8, 22), kTrackAfter) << "no thumb";
 }
 
 TEST(ScrollLayout, ArrowPictureIsTheLargestOfHalfAnArrowOrTheSmallest) {
