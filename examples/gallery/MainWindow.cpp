@@ -11,7 +11,7 @@ namespace {
 constexpr int kTitlePoints = 15;
 // In dialog units.
 constexpr int kMargin = 8;
-constexpr int kMinClientHeight = 160;
+constexpr int kMinClientHeight = 286;
 constexpr int kEntryHeight = 16;
 constexpr int kEntryIndent = 10;
 constexpr int kMarkWidth = 2;

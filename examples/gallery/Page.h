@@ -7,9 +7,11 @@
 //   pages/Name.cpp   its list of flat controls and, if it has one, its hook
 //   PageTable.cpp    its row
 
+#include <memory>
 #include <span>
 
 #include "QkDlg/QkDlg.h"
+#include "QkDlg/QkXDlg.h"
 #include "QkDlg/Win32.h"
 
 namespace Gallery {
@@ -35,6 +37,8 @@ struct Page {
     int dialogId = 0;
     std::span<const FlatControl> (*flatControls)() = nullptr;
     PageHook hook = nullptr;
+    // A page that the class library runs as a dialog of its own has this, and no list of controls.
+    std::unique_ptr<QkDlg::QkXDlg> (*makeDialog)(bool flat) = nullptr;
 };
 
 /// All pages in the order of the navigation.

@@ -31,6 +31,7 @@ INT_PTR listHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 std::span<const FlatControl> noControls();
 INT_PTR columnsHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 INT_PTR rowsHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+std::unique_ptr<QkDlg::QkXDlg> makeDialogPage(bool flat);
 
 std::span<const Page> pages() {
     static constexpr Page kPages[] = {
@@ -49,6 +50,7 @@ std::span<const Page> pages() {
         {L"scrollbars", L"Scroll bars and sliders", IDD_PAGE_SCROLLBARS, scrollbarControls,
          scrollbarHook},
         {L"holders", L"Scrolling windows", IDD_PAGE_HOLDERS, holderControls, holderHook},
+        {L"dialog", L"Flat dialogs", IDD_PAGE_DIALOG, nullptr, nullptr, makeDialogPage},
     };
     return kPages;
 }

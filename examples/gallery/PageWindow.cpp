@@ -6,8 +6,17 @@ namespace Gallery {
 
 PageWindow::PageWindow(HWND parent, const Page& page, const FlatLibrary* flat)
     : page_(page), flat_(flat) {
-    CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(page.dialogId), parent,
-                       dialogProc, reinterpret_cast<LPARAM>(this));
+    if (page.makeDialog) {
+        dialog_ = page.makeDialog(flat != nullptr);
+        window_ = create(parent, QkDlg::QkXDlg::GetDialogProc(), dialog_.get());
+    } else {
+        create(parent, dialogProc, this);
+    }
+}
+
+HWND PageWindow::create(HWND parent, DLGPROC procedure, void* object) const {
+    return CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(page_.dialogId), parent,
+                              procedure, reinterpret_cast<LPARAM>(object));
 }
 
 PageWindow::~PageWindow() {

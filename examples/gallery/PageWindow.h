@@ -26,12 +26,14 @@ public:
 private:
     static INT_PTR CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+    HWND create(HWND parent, DLGPROC procedure, void* object) const;
     INT_PTR handle(UINT message, WPARAM wParam, LPARAM lParam);
     void emphasizeCaptions();
     void makeFlat();
     INT_PTR colour(HDC dc, HWND control) const;
 
     const Page& page_;
+    std::unique_ptr<QkDlg::QkXDlg> dialog_;
     const FlatLibrary* flat_;
     HWND window_ = nullptr;
     UniqueFont captionFont_;

@@ -26,7 +26,8 @@ using GlobalBlock = std::unique_ptr<void, GlobalDeleter>;
 [[nodiscard]] GlobalBlock LoadDialogTemplate(HMODULE module, const wchar_t* templateName,
                                              DWORD extraStyle);
 
-/// Gives a template that came from CopyResourceToGlobal another font and more style bits. Returns
+/// Gives a template as CopyResourceToGlobal gave it another font and more style bits; once, as the
+/// spare bytes are the template's own from then on. Returns
 /// the same block, or a larger one where the 64 bytes are not enough. A template that is cut off
 /// or that finds no memory gets the style bits only and keeps its own font. Null when the block
 /// cannot be locked. Size in points.

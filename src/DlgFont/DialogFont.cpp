@@ -19,6 +19,7 @@ bool GetDialogFont(wchar_t* faceOut, int faceCapacity, int& sizeOut) {
     sizeOut = 0;
     if (!osVersion().atLeast60)
         return false;
+    loadDialogDefaults();
     if (GetFont(defaultFontSize(), defaultFontFace(), kNormalWeight, 0)) {
         lstrcpynW(faceOut, defaultFontFace().c_str(), faceCapacity);
         sizeOut = defaultFontSize();
