@@ -4,11 +4,13 @@
 #include <benchmark/benchmark.h>
 #include <libxml/parser.h>
 
+#include <cstdint>
 #include <fstream>
 #include <iterator>
 #include <memory>
 #include <pugixml.hpp>
 #include <string>
+#include <utility>
 
 #include "xml/XmlDocument.h"
 #include "xml/XmlWriter.h"

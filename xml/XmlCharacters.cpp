@@ -58,8 +58,12 @@ char32_t firstCharacter(std::u16string_view text) {
 std::size_t nameLength(std::u16string_view text, bool begun) {
     std::size_t length = 0;
     while (length < text.size()) {
-        const char32_t character = firstCharacter(text.substr(length));
         const bool inside = begun || length > 0;
+        if (inside && is(text[length], kXmlName)) {
+            ++length;
+            continue;
+        }
+        const char32_t character = firstCharacter(text.substr(length));
         const bool fits =
             character < kClasses.size()
                 ? is(text[length], inside ? kXmlName : kXmlNameStart)

@@ -15,7 +15,7 @@ XmlNodeKind XmlNode::kind() const {
 std::u16string_view XmlNode::name() const {
     switch (kind()) {
         case XmlNodeKind::Document: return {};
-        case XmlNodeKind::Element: return document_->nameAt(document_->nodes_[index_].begin);
+        case XmlNodeKind::Element: return document_->nameAt(document_->nodes_[index_].begin());
         case XmlNodeKind::Text: return u"#text";
         case XmlNodeKind::CData: return u"#cdata-section";
         case XmlNodeKind::Comment: return u"#comment";
@@ -27,8 +27,8 @@ std::u16string_view XmlNode::value() const {
     const XmlNodeKind own = kind();
     if (own == XmlNodeKind::Document || own == XmlNodeKind::Element)
         return {};
-    const XmlDocument::Node& node = document_->nodes_[index_];
-    return {document_->characters_.get() + node.begin, node.extent};
+    const XmlNodeRecord& node = document_->nodes_[index_];
+    return {document_->characters_.get() + node.begin(), node.extent()};
 }
 
 std::u16string XmlNode::text() const {
@@ -40,13 +40,13 @@ std::u16string XmlNode::text() const {
 }
 
 XmlNode XmlNode::parent() const {
-    return index_ == 0 ? XmlNode() : XmlNode(document_, document_->nodes_[index_].parent);
+    return index_ == 0 ? XmlNode() : XmlNode(document_, document_->nodes_[index_].parent());
 }
 
 XmlNode XmlNode::firstChild() const {
     const std::size_t behind = index_ + 1;
     const bool own = document_ != nullptr && behind < document_->nodes_.size() &&
-                     document_->nodes_[behind].parent == index_;
+                     document_->nodes_[behind].parent() == index_;
     return own ? XmlNode(document_, behind) : XmlNode();
 }
 
@@ -86,12 +86,12 @@ bool XmlNode::hasAttribute(std::size_t index) const {
 XmlAttribute XmlNode::attribute(std::size_t index) const {
     if (!hasAttribute(index))
         return {};
-    const auto& found = document_->attributes_[document_->nodes_[index_].extent + index];
-    const std::u16string_view name = document_->nameAt(found.name);
+    const auto& found = document_->attributes_[document_->nodes_[index_].extent() + index];
+    const std::u16string_view name = document_->nameAt(found.name());
     const char16_t* value = name.data() + name.size();
     while (*value != '"' && *value != '\'')
         ++value;
-    return {name, {value + 1, found.valueLength}};
+    return {name, {value + 1, found.valueLength()}};
 }
 
 std::optional<std::u16string_view> XmlNode::attribute(std::u16string_view name) const {
@@ -104,7 +104,7 @@ std::optional<std::u16string_view> XmlNode::attribute(std::u16string_view name) 
 std::size_t XmlNode::offset() const {
     if (index_ == 0)
         return 0;
-    const std::size_t begin = document_->nodes_[index_].begin;
+    const std::size_t begin = document_->nodes_[index_].begin();
     return kind() == XmlNodeKind::Element ? begin - 1 : begin;
 }
 
@@ -115,19 +115,19 @@ std::u16string_view XmlDocument::nameAt(std::size_t begin) const {
 }
 
 bool XmlDocument::isElement(std::size_t index, std::u16string_view name) const {
-    const Node& node = nodes_[index];
-    const std::u16string_view text(characters_.get() + node.begin, length_ - node.begin);
+    const XmlNodeRecord& node = nodes_[index];
+    const std::u16string_view text(characters_.get() + node.begin(), length_ - node.begin());
     return node.kind() == XmlNodeKind::Element && !name.empty() &&
            XmlCharacters::beginsWithName(text, name);
 }
 
 // Attributes stand before the next node.
 bool XmlDocument::hasAttribute(std::size_t element, std::size_t index) const {
-    const std::size_t first = nodes_[element].extent;
+    const std::size_t first = nodes_[element].extent();
     if (index >= attributes_.size() - first)
         return false;
     return element + 1 == nodes_.size() ||
-           attributes_[first + index].name < nodes_[element + 1].begin;
+           attributes_[first + index].name() < nodes_[element + 1].begin();
 }
 
 std::optional<XmlError> XmlDocument::parseBytes(std::string_view bytes,

@@ -9,13 +9,12 @@
 #include <vector>
 
 #include "xml/XmlError.h"
+#include "xml/XmlRecords.h"
 
 namespace QkDlg {
 
 class XmlDocument;
 struct XmlDecoded;
-
-enum class XmlNodeKind : unsigned char { Document, Element, Text, CData, Comment };
 
 struct XmlAttribute {
     std::u16string_view name;
@@ -118,28 +117,6 @@ private:
     friend class XmlNode;
     friend class XmlParser;
 
-    /// Small, because on large documents memory is what takes the time. Names are not measured:
-    /// they end where the characters are none of a name. The first child of a node is the node
-    /// behind it, if that one names it as its parent.
-    struct Node {
-        std::size_t begin = 0;   ///< of an element's name, or of the characters of the other kinds
-        std::size_t extent = 0;  ///< an element's first attribute, or how many characters there are
-        std::size_t parent = 0;
-        std::size_t nextAndKind = 0;  ///< the next sibling or 0, times four, and the kind less one
-
-        [[nodiscard]] std::size_t next() const { return nextAndKind >> 2; }
-        void setNext(std::size_t next) { nextAndKind = next << 2 | (nextAndKind & 3); }
-        [[nodiscard]] XmlNodeKind kind() const {
-            return static_cast<XmlNodeKind>(1 + (nextAndKind & 3));
-        }
-    };
-    /// It belongs to the last element that begins before it. The value stands behind the name, an
-    /// equals sign and a quotation mark.
-    struct Attribute {
-        std::size_t name = 0;
-        std::size_t valueLength = 0;
-    };
-
     [[nodiscard]] std::u16string_view nameAt(std::size_t begin) const;
     [[nodiscard]] bool isElement(std::size_t index, std::u16string_view name) const;
     [[nodiscard]] bool hasAttribute(std::size_t element, std::size_t index) const;
@@ -147,8 +124,8 @@ private:
 
     std::unique_ptr<char16_t[]> characters_;
     std::size_t length_ = 0;
-    std::vector<Node> nodes_;  ///< the first one is the root; none in an empty document
-    std::vector<Attribute> attributes_;
+    std::vector<XmlNodeRecord> nodes_;  ///< the first one is the root; none in an empty document
+    std::vector<XmlAttributeRecord> attributes_;
 };
 
 /// The children of a node as a range.

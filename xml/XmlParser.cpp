@@ -1,6 +1,7 @@
 #include "xml/XmlParser.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "xml/XmlCharacters.h"
@@ -60,6 +61,8 @@ XmlParser::XmlParser(XmlDocument& document, XmlDecoded decoded, const XmlParseOp
       begin_(decoded.characters.get()),
       at_(begin_),
       end_(begin_ + decoded.length) {
+    if (decoded.length >= XmlNodeRecord::kMostCharacters)
+        throw std::bad_alloc();
     document_.characters_ = std::move(decoded.characters);
     document_.length_ = decoded.length;
     // About as many as documents have; what is not needed is not touched.
@@ -147,19 +150,19 @@ bool XmlParser::attribute(const char16_t* tag) {
     if (skipName() == 0)
         return badTag(XmlCause::BadAttribute, tag);
     attributeNames_.emplace_back(name, offsetOf(at_) - offsetOf(name));
-    XmlDocument::Attribute found{offsetOf(name), 0};
+    std::size_t valueLength = 0;
     skipSpace();
     if (*at_ != '=')
         return badTag(XmlCause::BadAttribute, tag);
     ++at_;
     skipSpace();
-    const bool good = *at_ == '"'    ? attributeValue<kXmlDoubleQuotedStop>(tag, found.valueLength)
-                      : *at_ == '\'' ? attributeValue<kXmlSingleQuotedStop>(tag, found.valueLength)
+    const bool good = *at_ == '"'    ? attributeValue<kXmlDoubleQuotedStop>(tag, valueLength)
+                      : *at_ == '\'' ? attributeValue<kXmlSingleQuotedStop>(tag, valueLength)
                                      : badTag(XmlCause::BadAttribute, tag);
     if (good) {
         if (document_.attributes_.size() == document_.attributes_.capacity())
             grow(document_.attributes_);
-        document_.attributes_.push_back(found);
+        document_.attributes_.emplace_back(offsetOf(name), valueLength);
     }
     return good;
 }
@@ -207,13 +210,13 @@ bool XmlParser::endTag() {
         return fail(XmlErrorId::ExpectingTagName, at_);
     const std::u16string_view name(tag + 2, length);
     if (parent_ == 0 ||
-        !XmlCharacters::beginsWithName(characters(document_.nodes_[parent_].begin), name))
+        !XmlCharacters::beginsWithName(characters(document_.nodes_[parent_].begin()), name))
         return wrongEndTag(tag, name);
     skipSpace();
     if (*at_ != '>')
         return badTag(XmlCause::Syntax, tag);
     ++at_;
-    previous_ = std::exchange(parent_, document_.nodes_[parent_].parent);
+    previous_ = std::exchange(parent_, document_.nodes_[parent_].parent());
     return true;
 }
 
@@ -221,7 +224,7 @@ bool XmlParser::endTag() {
 bool XmlParser::wrongEndTag(const char16_t* tag, std::u16string_view name) {
     std::size_t outer = parent_;
     while (outer != 0 && !document_.isElement(outer, name))
-        outer = document_.nodes_[outer].parent;
+        outer = document_.nodes_[outer].parent();
     if (outer == 0) {
         error_.tagName = name;
         return fail(XmlErrorId::LoneEndTag, XmlCause::Syntax, tag, at_);
@@ -230,7 +233,7 @@ bool XmlParser::wrongEndTag(const char16_t* tag, std::u16string_view name) {
 }
 
 bool XmlParser::missingEndTag(const char16_t* expected) {
-    const std::size_t open = document_.nodes_[parent_].begin;
+    const std::size_t open = document_.nodes_[parent_].begin();
     error_.tagName = document_.nameAt(open);
     error_.offset2 = offsetOf(expected);
     return fail(XmlErrorId::MissingEndTag, XmlCause::Syntax, begin_ + open - 1, at_);
@@ -423,11 +426,11 @@ void XmlParser::grow(std::vector<Record>& records) const {
 }
 
 void XmlParser::append(XmlNodeKind kind, const char16_t* begin, std::size_t extent) {
-    std::vector<XmlDocument::Node>& nodes = document_.nodes_;
+    std::vector<XmlNodeRecord>& nodes = document_.nodes_;
     const std::size_t index = nodes.size();
     if (index == nodes.capacity())
         grow(nodes);
-    nodes.push_back({offsetOf(begin), extent, parent_, static_cast<std::size_t>(kind) - 1});
+    nodes.emplace_back(kind, offsetOf(begin), extent, parent_);
     if (previous_ != 0)
         nodes[previous_].setNext(index);
     previous_ = index;
@@ -440,9 +443,10 @@ void XmlParser::appendCharacters(XmlNodeKind kind, char16_t* begin, const char16
         append(kind, begin, count);
         return;
     }
-    XmlDocument::Node& earlier = document_.nodes_[previous_];
-    std::copy(static_cast<const char16_t*>(begin), end, begin_ + earlier.begin + earlier.extent);
-    earlier.extent += count;
+    XmlNodeRecord& earlier = document_.nodes_[previous_];
+    std::copy(static_cast<const char16_t*>(begin), end,
+              begin_ + earlier.begin() + earlier.extent());
+    earlier.setExtent(earlier.extent() + count);
 }
 
 void XmlParser::skipSpace() {

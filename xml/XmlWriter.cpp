@@ -161,7 +161,7 @@ bool XmlWriter::attribute(std::u16string_view name, std::u16string_view value) {
 bool XmlWriter::text(std::u16string_view text) {
     if (text.find(u"]]>") != std::u16string_view::npos)
         return cdata(text);
-    if (open_.empty())
+    if (failed_ || open_.empty())
         return fail();
     return text.empty() ||
            (closeStartTag() && (appendEscaped(out_, text, Escaping::Text) || fail()));
