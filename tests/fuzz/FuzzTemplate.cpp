@@ -41,7 +41,7 @@ void checkRewritten(const Words& before, const Words& after, std::u16string_view
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size < 2)
+    if (size < 4)
         return 0;
     const std::u16string face(data[0], u'f');
     Words before((size - 2) / 2);
