@@ -56,6 +56,8 @@ bool setValue(Options& options, std::wstring_view name, const std::wstring& valu
         return setText(options.png, value);
     if (name == L"--all")
         return setText(options.all, value);
+    if (name == L"--prefix")
+        return setText(options.prefix, value);
     if (name == L"--limit")
         return setLimit(options, value);
     return name == L"--worker" && setWorker(options, value);
@@ -125,6 +127,7 @@ std::vector<std::wstring> workerArguments(const Options& options, const std::wst
     append(arguments, L"--xml", options.xml);
     append(arguments, L"--png", options.png);
     append(arguments, L"--all", options.all);
+    append(arguments, L"--prefix", options.prefix);
     if (options.plain)
         arguments.emplace_back(L"--plain");
     if (options.check)

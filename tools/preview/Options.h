@@ -22,6 +22,7 @@ struct Options {
     unsigned limitSeconds = 30;             ///< how long one dialog may take
     /// Set in a worker process: the first template that it is to deal with.
     std::optional<std::size_t> worker;
+    std::wstring prefix;  ///< what the names of its pictures begin with
 
     /// Whether a window is to stay open until the user closes it.
     [[nodiscard]] bool interactive() const {

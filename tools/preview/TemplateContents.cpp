@@ -116,6 +116,15 @@ std::optional<TemplateContents> readTemplate(Words words) {
     return contents;
 }
 
+std::optional<std::wstring> templateFault(const std::optional<TemplateContents>& contents) {
+    if (!contents)
+        return L"the template is cut off before its first control";
+    if (contents->whole())
+        return std::nullopt;
+    return L"the template is cut off in control " + std::to_wstring(contents->controls.size() + 1) +
+           L" of " + std::to_wstring(contents->controlCount);
+}
+
 bool changeTemplateStyle(std::span<std::uint16_t> words, std::uint32_t clear, std::uint32_t set) {
     const std::size_t at = stylePlace(words);
     if (words.size() < at + 2)

@@ -31,6 +31,10 @@ struct TemplateContents {
 /// Nothing when the template is cut off before its first control.
 [[nodiscard]] std::optional<TemplateContents> readTemplate(std::span<const std::uint16_t> words);
 
+/// Where what readTemplate gave is cut off; nothing when it is whole.
+[[nodiscard]] std::optional<std::wstring> templateFault(
+    const std::optional<TemplateContents>& contents);
+
 /// Replaces the style of the dialog: the bits of `clear` go, those of `set` come. False when the
 /// template is too short to have a style.
 bool changeTemplateStyle(std::span<std::uint16_t> words, std::uint32_t clear, std::uint32_t set);
