@@ -11,7 +11,7 @@ arm_cleanup
 mkdir -p "$LOGS"
 need_packages clang-format git
 cd "$ROOT"
-mapfile -t files < <(source_files src lib include tests examples xml tools)
+mapfile -t files < <(source_files src lib include tests examples xml bench tools)
 ((${#files[@]})) || fail "no source files found"
 say "checking the format of ${#files[@]} files"
 run_logged format "the format check (clang-format -i mends it)" clang-format --dry-run -Werror "${files[@]}"

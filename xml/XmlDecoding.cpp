@@ -118,7 +118,7 @@ XmlDecoded decodeUtf8(std::string_view bytes) {
             out += kBlock;
             continue;
         }
-
+        // One by one, past the odd place and on to the end of the block.
         for (const auto* const blockEnd = in + std::min<std::ptrdiff_t>(kBlock, end - in);
              in < blockEnd;) {
             const Sequence next = readSequence(in, static_cast<std::size_t>(end - in));

@@ -1,5 +1,6 @@
 #include "xml/XmlWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -90,18 +91,18 @@ std::size_t splitPlace(std::u16string_view text) {
 // Appends `text`; false when it has a character that no document may hold.
 bool appendEscaped(std::string& out, std::u16string_view text, Escaping escaping) {
     const unsigned plain = bitOf(escaping);
-    std::array<char, 256> buffer;
+    std::array<char, 128> buffer{};
     std::size_t used = 0;
     const auto flush = [&] { out.append(buffer.data(), std::exchange(used, 0)); };
     for (std::size_t i = 0; i < text.size();) {
         if (used > buffer.size() - kMostBytes)
             flush();
-        const char16_t unit = text[i];
-        if (unit < kPlain.size() && (kPlain[unit] & plain) != 0) {
-            buffer[used++] = static_cast<char>(unit);
-            ++i;
+        const std::size_t end = i + std::min(text.size() - i, buffer.size() - used);
+        while (i < end && text[i] < kPlain.size() && (kPlain[text[i]] & plain) != 0)
+            buffer[used++] = static_cast<char>(text[i++]);
+        if (i == end || used > buffer.size() - kMostBytes)
             continue;
-        }
+        const char16_t unit = text[i];
         const char32_t character = XmlCharacters::firstCharacter(text.substr(i));
         if (!XmlCharacters::isAllowed(character))
             return false;
