@@ -461,8 +461,9 @@ LRESULT CALLBACK QkFlatScrollbar::BarProc(HWND hwnd, UINT id, WPARAM wParam, LPA
 // Attach
 
 void QkFlatScrollbar::Attach(HWND hwnd) {
-    QkCustomControl::Attach(hwnd);
+    // Unbound as yet, so that nobody but the standard bar answers.
     TakeOver(hwnd);
+    QkCustomControl::Attach(hwnd);
     installSubclass(hwnd, BarProc, *this);
     Changed(true);
 }
