@@ -12,11 +12,11 @@ HolderLayout holderLayout(const Rect& window, const Rect& client, BarStyles styl
     const bool horizontal = styles.horizontal && window.bottom - client.bottom > frame;
 
     const Rect inner{window.left + frame, client.top, window.right - frame, window.bottom - frame};
+    if (inner.width() <= 0 || inner.height() <= 0)
+        return {};
     // A holder wider than the room covers what there is.
     const int width = vertical ? std::min(bars.width, inner.width()) : 0;
     const int height = horizontal ? std::min(bars.height, inner.height()) : 0;
-    if (width < 0 || height < 0)
-        return {};
     const bool atLeft = left > right;
     const int split = atLeft ? inner.left + width : inner.right - width;
     const int outer = atLeft ? inner.left : inner.right;

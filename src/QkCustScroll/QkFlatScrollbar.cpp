@@ -418,7 +418,10 @@ LRESULT QkFlatScrollbar::OnMessage(UINT id, WPARAM wParam, LPARAM lParam) {
         case WM_ENABLE:
             if (!wParam)
                 EndPress(false);
-            return passOnUnseen(message);
+            passOnUnseen(message);
+            // Once more later: EnableScrollBar may show the standard bar after this message.
+            InvalidateRect(message.hwnd, nullptr, FALSE);
+            return 0;
         case WM_SETTEXT: return passOnUnseen(message);
         // Not for the standard bar, which would show a caret of its own.
         case WM_SETFOCUS:
@@ -458,8 +461,9 @@ LRESULT CALLBACK QkFlatScrollbar::BarProc(HWND hwnd, UINT id, WPARAM wParam, LPA
 // Attach
 
 void QkFlatScrollbar::Attach(HWND hwnd) {
-    QkCustomControl::Attach(hwnd);
+    // Unbound as yet, so that nobody but the standard bar answers.
     TakeOver(hwnd);
+    QkCustomControl::Attach(hwnd);
     installSubclass(hwnd, BarProc, *this);
     Changed(true);
 }

@@ -82,7 +82,7 @@ void ScrollArrows::load(const Key& key) {
     const Look& look = key.look;
     const PicturePair& first = look.vertical ? kUp : look.mirrored ? kRight : kLeft;
     const PicturePair& second = look.vertical ? kDown : look.mirrored ? kLeft : kRight;
-    const int size = arrowPicture(look.arrowLength);
+    const int size = arrowPicture(look.arrowSize);
     m_bitmaps = {loadPicture(first.enabled, size, true), loadPicture(second.enabled, size, true),
                  loadPicture(first.disabled, size, false),
                  loadPicture(second.disabled, size, false)};

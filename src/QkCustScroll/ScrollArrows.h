@@ -14,7 +14,7 @@ public:
     struct Look {
         bool vertical = false;
         bool mirrored = false;  ///< the first arrow of a horizontal bar stands on the right
-        int arrowLength = 0;    ///< in pixels
+        int arrowSize = 0;      ///< in pixels, along and across
 
         constexpr bool operator==(const Look&) const = default;
     };

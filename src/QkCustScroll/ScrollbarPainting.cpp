@@ -1,5 +1,7 @@
 // How QkFlatScrollbar looks.
 
+#include <algorithm>
+
 #include "QkCustScroll/ScrollArrows.h"
 #include "QkCustScroll/ScrollLayout.h"
 #include "QkDlg/QkFlatScrollbar.h"
@@ -55,7 +57,11 @@ void QkFlatScrollbar::PaintArrow(HDC dc, int part, bool enabled) {
         else
             fillRect(dc, box, GetUIColor(pressed ? UICLR_PRESSED : UICLR_HOVER));
     }
-    m_arrows->draw(dc, box, {IsVertical(), IsMirrored(), m_nArrowSize}, part == kArrow2, on);
+    // A short or narrow bar has smaller arrows.
+    const int size = static_cast<int>(
+        std::min({static_cast<LONG>(m_nArrowSize), m_rcArrow1.right - m_rcArrow1.left,
+                  m_rcArrow1.bottom - m_rcArrow1.top}));
+    m_arrows->draw(dc, box, {IsVertical(), IsMirrored(), size}, part == kArrow2, on);
 }
 
 void QkFlatScrollbar::CalcFocusRect() {
