@@ -7,6 +7,7 @@
 namespace QkDlg {
 
 struct HolderGroup;
+struct HolderLayout;
 
 /// Dresses a window that scrolls by scroll bars of its own (WS_VSCROLL, WS_HSCROLL): two holder
 /// windows with a flat scroll bar each stand over the standard bars, follow the target's size,
@@ -42,6 +43,7 @@ private:
     void Update();
     void Synchronise();
     void LayOut();
+    void CutOut(const HolderLayout& bars);
     void OnPosChanged(const WINDOWPOS& position);
     LRESULT OnNcPaint(WPARAM update);
     void OnBefore(UINT message, WPARAM wParam, LPARAM lParam);
@@ -54,6 +56,7 @@ private:
     bool m_hidden = false;     ///< the target is, which WS_VISIBLE does not tell for sure
     bool m_redrawOff = false;  ///< WM_SETREDRAW
     bool m_addedClip = false;  ///< WS_CLIPSIBLINGS was not the target's own
+    bool m_cut = false;        ///< the target's window region leaves its bars out
 };
 
 }  // namespace QkDlg

@@ -92,6 +92,45 @@ void place(HWND holder, const Rect& onScreen, bool show) {
     RedrawWindow(holder, nullptr, nullptr, RDW_ERASENOW | RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
+/// Whether another window of the parent lies over the target: a group box or a tab control that
+/// comes before it in its dialog. There, a window that leaves its siblings out is not drawn at all.
+bool isCovered(const HolderGroup& group) {
+    RECT target{};
+    GetWindowRect(group.target, &target);
+    HWND above = group.target;
+    while ((above = GetWindow(above, GW_HWNDPREV)) != nullptr) {
+        const bool ours = std::ranges::find(group.windows, above) != group.windows.end();
+        const bool covers = (GetWindowLongPtrW(above, GWL_EXSTYLE) & WS_EX_TRANSPARENT) == 0;
+        RECT rect{};
+        GetWindowRect(above, &rect);
+        if (!ours && covers && hasStyle(above, WS_VISIBLE) && IntersectRect(&rect, &rect, &target))
+            return true;
+    }
+    return false;
+}
+
+void setClipSiblings(HWND hwnd, bool clip) {
+    if (hasStyle(hwnd, WS_CLIPSIBLINGS) == clip)
+        return;
+    const LONG_PTR style = GetWindowLongPtrW(hwnd, GWL_STYLE) & ~LONG_PTR{WS_CLIPSIBLINGS};
+    SetWindowLongPtrW(hwnd, GWL_STYLE, clip ? style | WS_CLIPSIBLINGS : style);
+}
+
+/// The window without its bars, as window regions are measured: from the window's upper left
+/// corner, in a mirrored window from the upper right one.
+UniqueRegion regionWithout(const HolderLayout& bars, const RECT& window, bool mirrored) {
+    const int width = window.right - window.left;
+    UniqueRegion region(CreateRectRgn(0, 0, width, window.bottom - window.top));
+    for (const HolderPart part : kParts) {
+        const Rect rect = partOf(bars, part);
+        const int left = mirrored ? window.right - rect.right : rect.left - window.left;
+        const UniqueRegion bar(CreateRectRgn(left, rect.top - window.top, left + rect.width(),
+                                             rect.bottom - window.top));
+        CombineRgn(region.get(), region.get(), bar.get(), RGN_DIFF);
+    }
+    return region;
+}
+
 }  // namespace
 
 ScrollbarHolder::ScrollbarHolder(int verticalWidth, int horizontalHeight)
@@ -138,10 +177,10 @@ void ScrollbarHolder::Leave() {
     if (!m_group)
         return;
     const HWND target = m_group->target;
+    CutOut({});
     End();
     if (m_addedClip)
-        SetWindowLongPtrW(target, GWL_STYLE,
-                          GetWindowLongPtrW(target, GWL_STYLE) & ~LONG_PTR{WS_CLIPSIBLINGS});
+        setClipSiblings(target, false);
     RedrawWindow(target, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
 }
 
@@ -181,15 +220,15 @@ void ScrollbarHolder::Synchronise() {
 void ScrollbarHolder::LayOut() {
     const auto group = m_group;
     const HWND target = group->target;
-    if (!hasStyle(target, WS_CLIPSIBLINGS))
-        SetWindowLongPtrW(target, GWL_STYLE,
-                          GetWindowLongPtrW(target, GWL_STYLE) | WS_CLIPSIBLINGS);
     const HWND parent = GetAncestor(target, GA_PARENT);
     const bool moved = parent != m_parent;
     m_parent = parent;
     const HolderLayout layout = layoutOnScreen(target, {m_verticalWidth, m_horizontalHeight});
     if (layout.corner.width() > 0 && !group->window(HolderPart::Corner))
         HolderWindow::create(group, HolderPart::Corner);
+    const bool clip = !m_addedClip || !isCovered(*group);
+    setClipSiblings(target, clip);
+    CutOut(clip ? HolderLayout{} : layout);
 
     HWND below = target;
     for (const HolderPart part : kParts) {
@@ -202,9 +241,30 @@ void ScrollbarHolder::LayOut() {
             SetWindowPos(holder, above ? above : HWND_TOP, 0, 0, 0, 0,
                          kPlaceOnly | SWP_NOMOVE | SWP_NOSIZE);
         below = holder;
+        setClipSiblings(holder, clip);
         HolderWindow::of(holder)->followStyles();
         place(holder, partOf(layout, part), !m_hidden);
     }
+}
+
+/// Keeps the bars of a target that does not leave out its siblings from being drawn over the
+/// holders.
+void ScrollbarHolder::CutOut(const HolderLayout& bars) {
+    const HWND target = m_group->target;
+    const bool cut = bars != HolderLayout{};
+    if (!cut && !m_cut)
+        return;
+    RECT window{};
+    GetWindowRect(target, &window);
+    const bool mirrored = (GetWindowLongPtrW(target, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
+    UniqueRegion wanted = cut ? regionWithout(bars, window, mirrored) : nullptr;
+    const UniqueRegion now(CreateRectRgn(0, 0, 0, 0));
+    if (cut && m_cut && GetWindowRgn(target, now.get()) != ERROR &&
+        EqualRgn(now.get(), wanted.get()))
+        return;
+    m_cut = cut;
+    // The system owns the region from here on.
+    SetWindowRgn(target, wanted.release(), FALSE);
 }
 
 void ScrollbarHolder::OnPosChanged(const WINDOWPOS& position) {

@@ -125,6 +125,28 @@ TEST_F(ScrollbarHolderTest, CoversExactlyTheStandardBarsWhateverTheFrameAndDirec
             }
 }
 
+TEST_F(ScrollbarHolderTest, DressesWhatLiesInAGroupBoxOrOnATabControl) {
+    for (const LONG_PTR hostStyle : {LONG_PTR{0}, LONG_PTR{WS_EX_LAYOUTRTL}})
+        for (const wchar_t* around : {WC_BUTTONW, WC_TABCONTROLW}) {
+            SetWindowLongPtrW(host_.window(), GWL_EXSTYLE, hostStyle);
+            const DWORD style = std::wstring_view(around) == WC_BUTTONW ? BS_GROUPBOX : 0;
+            HWND box = host_.add(around, L"", style, scaledArea(5, 5, 280, 190), 7);
+            add(WC_LISTBOXW, WS_VSCROLL | WS_HSCROLL | LBS_DISABLENOSCROLL,
+                hostStyle != 0 ? DWORD{WS_EX_LAYOUTRTL} : 0);
+            dress();
+            RedrawWindow(box, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+            InvalidateRect(target_, nullptr, TRUE);
+            drain();
+            expectCovered(testing::PrintToString(std::wstring(around)));
+            EXPECT_FALSE(onScreen(target_).contains(kGround));
+            holder_.reset();
+            RECT none{};
+            EXPECT_EQ(GetWindowRgnBox(target_, &none), ERROR) << "given back whole";
+            DestroyWindow(target_);
+            DestroyWindow(box);
+        }
+}
+
 /// Sees what the target shows when it has treated a message, also within one of the system's steps.
 LRESULT CALLBACK lookAfter(HWND window, UINT message, WPARAM wp, LPARAM lp, UINT_PTR,
                            DWORD_PTR look) {
