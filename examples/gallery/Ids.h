@@ -150,6 +150,17 @@
 #define IDC_SLIDER_DISABLED 2942
 #define IDC_SLIDER_UPRIGHT 2943
 
+// Page "holders".
+#define IDD_PAGE_HOLDERS 210
+#define IDC_HOLDER_EDIT 3000
+#define IDC_HOLDER_WRAPPED 3001
+#define IDC_HOLDER_EDIT_DISABLED 3002
+#define IDC_HOLDER_LIST 3003
+#define IDC_HOLDER_LIST_SHORT 3004
+#define IDC_HOLDER_LIST_DISABLED 3005
+#define IDC_HOLDER_VIEW 3006
+#define IDC_HOLDER_LEFT 3007
+
 // Pages "list", "columns" and "rows".
 #define IDD_PAGE_LIST 211
 #define IDD_PAGE_COLUMNS 212
@@ -165,16 +176,6 @@
 #define IDC_LIST_SMALL 3112
 #define IDC_LIST_LIST 3113
 #define IDC_LIST_TILES 3114
-// Page "holders".
-#define IDD_PAGE_HOLDERS 210
-#define IDC_HOLDER_EDIT 3000
-#define IDC_HOLDER_WRAPPED 3001
-#define IDC_HOLDER_EDIT_DISABLED 3002
-#define IDC_HOLDER_LIST 3003
-#define IDC_HOLDER_LIST_SHORT 3004
-#define IDC_HOLDER_LIST_DISABLED 3005
-#define IDC_HOLDER_VIEW 3006
-#define IDC_HOLDER_LEFT 3007
 
 // Page "dialog" and the dialogs that it opens; pages/Dialog.xml has these numbers, too.
 #define IDD_PAGE_DIALOG 220

@@ -11,8 +11,8 @@ namespace {
 constexpr int kTitlePoints = 15;
 // In dialog units.
 constexpr int kMargin = 8;
-constexpr int kMinClientHeight = 286;
-constexpr int kEntryHeight = 16;
+constexpr int kMinClientHeight = 236;
+constexpr int kEntryHeight = 15;
 constexpr int kEntryIndent = 10;
 constexpr int kMarkWidth = 2;
 

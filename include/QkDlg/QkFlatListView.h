@@ -48,6 +48,8 @@ private:
                                      UINT_PTR id, DWORD_PTR referenceData);
     static LRESULT CALLBACK HeaderProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                        UINT_PTR id, DWORD_PTR referenceData);
+    static LRESULT CALLBACK EditProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR id, DWORD_PTR referenceData);
     static LRESULT CALLBACK ParentProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                        UINT_PTR id, DWORD_PTR referenceData);
 
@@ -69,6 +71,7 @@ private:
     void UpdateHotHeaderItem();
     LRESULT OnCustomDraw(const Message& message);
     LRESULT OnHeaderNotify(const Message& message);
+    void OnLabelEdit(int row);
     LRESULT OnFlatMessage(const Message& message, DWORD_PTR referenceData);
     LRESULT PassOnAndFollow(const Message& message, DWORD_PTR referenceData);
     LRESULT PassOnPaint(const Message& message, DWORD_PTR referenceData);
@@ -84,6 +87,7 @@ private:
     bool m_knowsViews = false;  ///< the list answers LVM_GETVIEW
     bool m_quiet = false;       ///< the parent does not hear of changed items
     bool m_keyboard = false;    ///< the last input was the keyboard's
+    int m_editedRow = -1;
     int m_hotRow = -1;
     int m_hotHeaderItem = -1;
     HWND m_header = nullptr;

@@ -17,7 +17,6 @@ constexpr UINT32 kCheckedImage = 62024;
 constexpr UINT32 kUncheckedImage = 62048;
 
 constexpr int kListFontSize = 9;
-constexpr int kTextCapacity = 260;
 constexpr UINT kTextFlags = DT_BOTTOM | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX;
 
 constexpr COLORREF kHeaderText = 0x797979;
@@ -79,10 +78,11 @@ void writeText(HDC dc, const wchar_t* text, const Rect& area, bool rightAligned)
     DrawTextW(dc, text, -1, &rect, kTextFlags | (rightAligned ? DT_RIGHT : DT_LEFT));
 }
 
+// The ground has been filled, and a focus rectangle may be on it.
 void setTextColours(HDC dc, COLORREF text, COLORREF ground) {
     SetTextColor(dc, text);
     SetBkColor(dc, ground);
-    SetBkMode(dc, OPAQUE);
+    SetBkMode(dc, TRANSPARENT);
 }
 
 Size textSize(HDC dc, const wchar_t* text) {
@@ -91,21 +91,16 @@ Size textSize(HDC dc, const wchar_t* text) {
     return {size.cx, size.cy};
 }
 
-using Text = std::array<wchar_t, kTextCapacity>;
-
-Text cellText(HWND list, int row, int subItem) {
-    Text text{};
-    LVITEMW item{};
-    item.mask = LVIF_TEXT;
-    item.iItem = row;
-    item.iSubItem = subItem;
+/// Asks the list for what the mask of `item` names and for its text.
+template <typename Text>
+void readText(HWND list, LVITEMW& item, Text& text) {
+    constexpr auto capacity = static_cast<int>(std::tuple_size_v<Text>);
     item.pszText = text.data();
-    item.cchTextMax = kTextCapacity;
+    item.cchTextMax = capacity;
     SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     // A list may answer with a text of its own instead of filling the buffer.
     if (item.pszText && item.pszText != text.data() && item.pszText != LPSTR_TEXTCALLBACKW)
-        lstrcpynW(text.data(), item.pszText, kTextCapacity);
-    return text;
+        lstrcpynW(text.data(), item.pszText, capacity);
 }
 
 /// Takes the middle out of a high-contrast check box, whose recoloured picture is all of one
@@ -126,25 +121,38 @@ void hollowOut(HDC dc, const Rect& box, int width, bool checked) {
 }
 
 struct HeaderItem {
-    Text text{};
+    std::array<wchar_t, 260> text{};
     int format = 0;
 
     HeaderItem(HWND header, int index) {
         HDITEMW item{};
         item.mask = HDI_TEXT | HDI_FORMAT;
         item.pszText = text.data();
-        item.cchTextMax = kTextCapacity;
+        item.cchTextMax = static_cast<int>(text.size());
         SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(index),
                      reinterpret_cast<LPARAM>(&item));
         format = item.fmt;
         // A header may answer with a text of its own instead of filling the buffer.
         if (item.pszText && item.pszText != text.data())
-            lstrcpynW(text.data(), item.pszText, kTextCapacity);
+            lstrcpynW(text.data(), item.pszText, item.cchTextMax);
     }
 
     [[nodiscard]] bool isRightAligned() const { return (format & HDF_JUSTIFYMASK) == HDF_RIGHT; }
     [[nodiscard]] bool isSorted() const { return (format & (HDF_SORTUP | HDF_SORTDOWN)) != 0; }
 };
+
+/// In client coordinates of the list, up and down those of the header.
+RECT columnRect(const PaintedList& painted, std::size_t subItem) {
+    RECT rect{};
+    SendMessageW(painted.header, HDM_GETITEMRECT, subItem, reinterpret_cast<LPARAM>(&rect));
+    // The header moves with the list when that one scrolls sideways.
+    MapWindowPoints(painted.header, painted.list, reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+}
+
+int firstDisplayedOf(HWND header) {
+    return static_cast<int>(SendMessageW(header, HDM_ORDERTOINDEX, 0, 0));
+}
 
 void writeHeader(HDC dc, const HeaderItem& item, const RECT& rect, COLORREF ink) {
     const ListLengths lengths(screenDpi());
@@ -186,6 +194,21 @@ int hotHeaderItemOf(HWND header) {
     return (hit.flags & (HHT_ONHEADER | HHT_ONDIVIDER | HHT_ONDIVOPEN)) != 0 ? hit.iItem : -1;
 }
 
+RECT labelArea(const PaintedList& painted, int row) {
+    RECT bounds{};
+    bounds.left = LVIR_BOUNDS;
+    SendMessageW(painted.list, LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&bounds));
+    const ListLengths lengths(screenDpi());
+    const RECT column = columnRect(painted, 0);
+    const Rect cell{column.left, bounds.top, column.right, bounds.bottom};
+    const CellKind kind{firstDisplayedOf(painted.header) == 0, painted.checkBoxes,
+                        painted.icons != nullptr};
+    const Rect text = layOutCell(cell, kind, lengths).text;
+    const RECT area{text.left - lengths.inset, cell.top, cell.right, cell.bottom};
+    return area.right - area.left < lengths.row ? RECT{} : area;
+}
+
 void fillListGround(HDC dc, const RECT& rect) {
     const COLORREF ground = IsHighContrast() ? GetSysColor(COLOR_WINDOW) : kPlainFace.fill;
     FillRect(dc, &rect, dcBrush(dc, ground));
@@ -206,6 +229,9 @@ void ListViewPainter::LoadCheckBitmaps() {
         if (bitmap) {
             PrepareGlyphForState(bitmap.get(), true);
             premultiplyBitmap(bitmap.get());
+            // Where it is not blended but copied, what is transparent would come out black.
+            if (IsLowColourDisplay())
+                putOnWhite(bitmap.get());
         }
         m_checkBitmaps.at(next++) = std::move(bitmap);
     }
@@ -221,8 +247,7 @@ ListViewPainter::Run ListViewPainter::NewRun(const PaintedList& painted) {
     run.lengths = ListLengths(screenDpi());
     run.highContrast = IsHighContrast();
     run.enabled = IsWindowEnabled(painted.list) != FALSE;
-    run.hotRow = hotRowOf(painted.list);
-    run.firstDisplayed = static_cast<int>(SendMessageW(painted.header, HDM_ORDERTOINDEX, 0, 0));
+    run.firstDisplayed = firstDisplayedOf(painted.header);
     if (run.highContrast != m_bitmapsInHighContrast)
         LoadCheckBitmaps();
     return run;
@@ -241,9 +266,7 @@ const ListViewPainter::Column& ListViewPainter::ColumnOf(Run& run, int subItem) 
         return *column;
     column.emplace();
     const HWND header = run.painted.header;
-    // The header moves with the list when that one scrolls sideways.
-    SendMessageW(header, HDM_GETITEMRECT, index, reinterpret_cast<LPARAM>(&column->rect));
-    MapWindowPoints(header, run.painted.list, reinterpret_cast<POINT*>(&column->rect), 2);
+    column->rect = columnRect(run.painted, index);
     HDITEMW item{};
     item.mask = HDI_FORMAT;
     SendMessageW(header, HDM_GETITEMW, index, reinterpret_cast<LPARAM>(&item));
@@ -251,16 +274,20 @@ const ListViewPainter::Column& ListViewPainter::ColumnOf(Run& run, int subItem) 
     return *column;
 }
 
-ListViewPainter::RowState ListViewPainter::StateOf(const Run& run, const NMCUSTOMDRAW& draw) {
-    constexpr UINT marked = LVIS_SELECTED | LVIS_DROPHILITED;
-    const LRESULT state =
-        SendMessageW(run.painted.list, LVM_GETITEMSTATE, draw.dwItemSpec, marked | LVIS_FOCUSED);
+ListViewPainter::RowState ListViewPainter::RowOf(const Run& run, const NMCUSTOMDRAW& draw) {
     RowState row;
-    row.row = static_cast<int>(draw.dwItemSpec);
-    row.focused = (state & LVIS_FOCUSED) != 0;
-    if ((state & marked) != 0 || (draw.uItemState & CDIS_DROPHILITED) != 0)
+    LVITEMW item{};
+    item.mask = run.painted.icons ? LVIF_STATE | LVIF_TEXT | LVIF_IMAGE : LVIF_STATE | LVIF_TEXT;
+    item.stateMask = ~0U;
+    item.iItem = static_cast<int>(draw.dwItemSpec);
+    readText(run.painted.list, item, row.label);
+    row.row = item.iItem;
+    row.state = item.state;
+    row.image = item.iImage;
+    if ((row.state & (LVIS_SELECTED | LVIS_DROPHILITED)) != 0 ||
+        (draw.uItemState & CDIS_DROPHILITED) != 0)
         row.look = RowLook::Selected;
-    else if (row.row == run.hotRow)
+    else if (row.row == run.painted.hotRow)
         row.look = RowLook::Hot;
     return row;
 }
@@ -291,9 +318,9 @@ LRESULT ListViewPainter::PaintHeaderItem(const NMCUSTOMDRAW& draw, HWND header) 
 LRESULT ListViewPainter::PaintRow(const NMLVCUSTOMDRAW& draw, const PaintedList& painted) {
     std::optional<Run> own;
     Run& run = m_run ? *m_run : own.emplace(NewRun(painted));
-    run.row = StateOf(run, draw.nmcd);
+    run.row = RowOf(run, draw.nmcd);
     paintFace(draw.nmcd.hdc, draw.nmcd.rc, FaceOf(run));
-    if (run.row.focused && painted.focusCue)
+    if (painted.focusCue && (run.row.state & LVIS_FOCUSED) != 0)
         drawFocusCue(draw.nmcd.hdc, draw.nmcd.rc, run.lengths);
     return CDRF_NOTIFYSUBITEMDRAW;
 }
@@ -302,7 +329,7 @@ LRESULT ListViewPainter::PaintCell(const NMLVCUSTOMDRAW& draw, const PaintedList
     std::optional<Run> own;
     Run& run = m_run ? *m_run : own.emplace(NewRun(painted));
     if (run.row.row != static_cast<int>(draw.nmcd.dwItemSpec))
-        run.row = StateOf(run, draw.nmcd);
+        run.row = RowOf(run, draw.nmcd);
     const Column& column = ColumnOf(run, draw.iSubItem);
     const Rect cell{column.rect.left, draw.nmcd.rc.top, column.rect.right, draw.nmcd.rc.bottom};
     if (!hasArea(toWin32(cell)))
@@ -312,10 +339,17 @@ LRESULT ListViewPainter::PaintCell(const NMLVCUSTOMDRAW& draw, const PaintedList
     const CellKind kind{first, painted.checkBoxes, painted.icons != nullptr};
     const CellParts parts = layOutCell(cell, kind, run.lengths);
     const HDC dc = draw.nmcd.hdc;
-    if (kind.firstDisplayed)
+    if (first && (painted.checkBoxes || painted.icons))
         PaintPictures(dc, parts, run);
 
-    const Text text = cellText(painted.list, run.row.row, draw.iSubItem);
+    Text text = run.row.label;
+    if (draw.iSubItem != 0) {
+        LVITEMW item{};
+        item.mask = LVIF_TEXT;
+        item.iItem = run.row.row;
+        item.iSubItem = draw.iSubItem;
+        readText(painted.list, item, text);
+    }
     const Selection font(dc, m_listFont);
     setTextColours(dc, TextColour(run, first), FaceOf(run).fill);
     writeText(dc, text.data(), parts.text, column.rightAligned);
@@ -342,19 +376,14 @@ COLORREF ListViewPainter::TextColour(const Run& run, bool first) {
 
 // Check box and icon belong to the row, whichever of its cells is displayed first.
 void ListViewPainter::PaintPictures(HDC dc, const CellParts& parts, const Run& run) const {
-    LVITEMW item{};
-    item.mask = LVIF_IMAGE | LVIF_STATE;
-    item.stateMask = LVIS_STATEIMAGEMASK | LVIS_OVERLAYMASK;
-    item.iItem = run.row.row;
-    SendMessageW(run.painted.list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     if (parts.checkBox != Rect{}) {
-        const bool checked = (item.state & LVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2);
+        const bool checked = (run.row.state & LVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2);
         PaintCheckBox(dc, parts.checkBox, checked);
     }
-    if (parts.icon != Rect{} && item.iImage >= 0) {
-        const UINT overlay = item.state & LVIS_OVERLAYMASK;
+    if (parts.icon != Rect{} && run.row.image >= 0) {
+        const UINT overlay = run.row.state & LVIS_OVERLAYMASK;
         const UniqueIcon icon(
-            ImageList_GetIcon(run.painted.icons, item.iImage, ILD_TRANSPARENT | overlay));
+            ImageList_GetIcon(run.painted.icons, run.row.image, ILD_TRANSPARENT | overlay));
         if (icon)
             DrawIconEx(dc, parts.icon.left, parts.icon.top, icon.get(), parts.icon.width(),
                        parts.icon.height(), 0, nullptr, DI_NORMAL | DI_NOMIRROR);

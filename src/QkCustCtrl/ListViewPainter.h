@@ -15,6 +15,7 @@ struct PaintedList {
     HWND header = nullptr;
     HIMAGELIST icons = nullptr;  ///< null for none
     bool checkBoxes = false;
+    int hotRow = -1;
     bool focusCue = false;  ///< the keyboard is in use, so the focused row is marked
 };
 
@@ -23,6 +24,9 @@ struct PaintedList {
 
 /// The header item that the mouse is over, or -1.
 [[nodiscard]] int hotHeaderItemOf(HWND header);
+
+/// Where the label of a row is written, and so where it is edited; empty for a column too narrow.
+[[nodiscard]] RECT labelArea(const PaintedList& painted, int row);
 
 /// Fills in the ground of a list, which shows wherever there is no row and no header item.
 void fillListGround(HDC dc, const RECT& rect);
@@ -51,10 +55,16 @@ public:
 private:
     enum class RowLook { Plain, Hot, Selected };
 
+    static constexpr int kTextCapacity = 260;
+    using Text = std::array<wchar_t, kTextCapacity>;
+
+    /// What the list says of a row in one answer, as each question takes its time.
     struct RowState {
         int row = -1;
         RowLook look = RowLook::Plain;
-        bool focused = false;
+        UINT state = 0;
+        int image = I_IMAGENONE;
+        Text label{};
     };
 
     struct Column {
@@ -67,7 +77,6 @@ private:
         ListLengths lengths{0};
         bool highContrast = false;
         bool enabled = true;
-        int hotRow = -1;
         int firstDisplayed = 0;
         std::vector<std::optional<Column>> columns;  ///< by sub-item, each filled in when needed
         RowState row;                                ///< the one being painted
@@ -75,7 +84,7 @@ private:
 
     [[nodiscard]] Run NewRun(const PaintedList& painted);
     [[nodiscard]] static const Column& ColumnOf(Run& run, int subItem);
-    [[nodiscard]] static RowState StateOf(const Run& run, const NMCUSTOMDRAW& draw);
+    [[nodiscard]] static RowState RowOf(const Run& run, const NMCUSTOMDRAW& draw);
     [[nodiscard]] static Face FaceOf(const Run& run);
     [[nodiscard]] static COLORREF TextColour(const Run& run, bool first);
     void PaintPictures(HDC dc, const CellParts& parts, const Run& run) const;

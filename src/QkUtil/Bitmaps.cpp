@@ -130,6 +130,10 @@ void premultiplyBitmap(HBITMAP bitmap) {
     PixelAccess(bitmap).changeEach(premultiplied);
 }
 
+void putOnWhite(HBITMAP bitmap) {
+    PixelAccess(bitmap).changeEach(onWhite);
+}
+
 void AlphaBlendBitmap(HDC hdc, HBITMAP bitmap, int x, int y, int width, int height) {
     const MemoryDc source(CreateCompatibleDC(hdc));
     if (!source)

@@ -21,6 +21,9 @@ void AlphaBlendBitmap(HDC hdc, HBITMAP bitmap, int x, int y, int width, int heig
 /// blended many times. A null bitmap raises the assertion report.
 void premultiplyBitmap(HBITMAP bitmap);
 
+/// Makes a bitmap that is already premultiplied opaque, on a white ground, in place.
+void putOnWhite(HBITMAP bitmap);
+
 /// Copies a whole bitmap opaquely. In a mirrored DC the place is mirrored, the picture is not.
 void copyBitmap(HDC hdc, HBITMAP bitmap, int x, int y);
 
