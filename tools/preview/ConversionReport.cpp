@@ -1,5 +1,6 @@
 #include "preview/ConversionReport.h"
 
+#include <algorithm>
 #include <array>
 
 namespace QkPreview {

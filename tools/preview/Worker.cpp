@@ -165,19 +165,28 @@ private:
             tellLeak(name, title);
     }
 
-    /// Some growth is expected: fonts and brushes are kept for later dialogs.
-    void tellLeak(const TemplateName& name, const std::wstring& title) const {
+    /// Growth at first is expected: fonts and brushes are kept for later dialogs.
+    [[nodiscard]] int lastingGrowth(const TemplateName& name, Look which) const {
         int growth = 0;
         for (int round = 0; round < kLeakRounds; ++round) {
             const int before = QkDlgTools::countGdiObjects().all;
-            for (const Look look : {Look::Plain, Look::Flat})
-                static_cast<void>(picture(OpenPreview(module_, name, look, false)));
+            static_cast<void>(picture(OpenPreview(module_, name, which, false)));
             growth = QkDlgTools::countGdiObjects().all - before;
             if (growth <= 0)
-                return;
+                return 0;
         }
-        tell(RecordKind::Fault,
-             title + L": leaves " + std::to_wstring(growth) + L" GDI objects behind each time");
+        return growth;
+    }
+
+    void tellLeak(const TemplateName& name, const std::wstring& title) const {
+        const int plain = lastingGrowth(name, Look::Plain);
+        const int flat = lastingGrowth(name, Look::Flat);
+        const std::wstring text = title + L": leaves " + std::to_wstring(std::max(plain, flat)) +
+                                  L" GDI objects behind each time";
+        if (flat > plain)
+            tell(RecordKind::Fault, text + L", " + std::to_wstring(plain) + L" when plain");
+        else if (plain > 0)
+            tell(RecordKind::Remark, text + L", also when plain");
     }
 
     static UniquePicture picture(const OpenPreview& preview) {
@@ -199,7 +208,7 @@ private:
 
     void tellFindings(const std::wstring& title, const OpenPreview& preview) const {
         for (const std::wstring& remark : preview.findings().remarks)
-            tell(RecordKind::Remark, title + L": " + remark);
+            tell(RecordKind::Remark, std::wstring(title).append(L": ").append(remark));
         if (preview.findings().fault)
             tell(RecordKind::Fault, title + L": " + *preview.findings().fault);
         if (!options_.check)
