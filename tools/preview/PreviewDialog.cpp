@@ -88,15 +88,6 @@ bool PreviewDialog::OnDestroy() {
     return false;
 }
 
-// The library's answer for what stays standard is a pen, with which Windows fills nothing, as it
-// does with the empty brush. Wine fills white with it, over what a group box surrounds.
-INT_PTR PreviewDialog::OnCtlColorStatic(HWND control, HDC dc) {
-    const INT_PTR answer = QkXDlg::OnCtlColorStatic(control, dc);
-    return answer == reinterpret_cast<INT_PTR>(GetStockObject(NULL_PEN))
-               ? reinterpret_cast<INT_PTR>(GetStockObject(NULL_BRUSH))
-               : answer;
-}
-
 OpenPreview::OpenPreview(const Module& module, const TemplateName& name, Look look, bool centred)
     : look_(look), centred_(centred), dialog_(name.id, look, centred) {
     TemplateCopy copy = module.copyTemplate(name);

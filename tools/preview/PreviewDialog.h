@@ -26,7 +26,6 @@ public:
     bool OnOK() override;
     bool OnCancel() override;
     bool OnDestroy() override;
-    INT_PTR OnCtlColorStatic(HWND control, HDC dc) override;
 
 private:
     std::vector<QkDlg::ConvertedChild> children_;
