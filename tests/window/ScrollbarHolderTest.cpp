@@ -131,14 +131,14 @@ TEST_F(ScrollbarHolderTest, DressesWhatLiesInAGroupBoxOrOnATabControl) {
             SetWindowLongPtrW(host_.window(), GWL_EXSTYLE, hostStyle);
             const DWORD style = std::wstring_view(around) == WC_BUTTONW ? BS_GROUPBOX : 0;
             HWND box = host_.add(around, L"", style, scaledArea(5, 5, 280, 190), 7);
-            add(WC_LISTBOXW, WS_VSCROLL | WS_HSCROLL | LBS_DISABLENOSCROLL,
+            add(WC_EDITW, WS_VSCROLL | WS_HSCROLL | ES_MULTILINE,
                 hostStyle != 0 ? DWORD{WS_EX_LAYOUTRTL} : 0);
             dress();
             RedrawWindow(box, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
             InvalidateRect(target_, nullptr, TRUE);
             drain();
             expectCovered(testing::PrintToString(std::wstring(around)));
-            EXPECT_FALSE(onScreen(target_).contains(kGround));
+            EXPECT_FALSE(onScreen(target_).contains(kGround)) << hostStyle;
             holder_.reset();
             RECT none{};
             EXPECT_EQ(GetWindowRgnBox(target_, &none), ERROR) << "given back whole";
