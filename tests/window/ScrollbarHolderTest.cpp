@@ -143,7 +143,7 @@ TEST_F(ScrollbarHolderTest, FollowsItsTargetAndShowsNoStandardBarOnTheWay) {
     std::string step = "dress";
     const std::function<void()> look = [&] { expectCovered(step, true); };
     SetWindowSubclass(target_, lookAfter, 99, reinterpret_cast<DWORD_PTR>(&look));
-    const auto after = [&](const char* name, auto...) {
+    const auto after = [&](const char* name, auto) {
         step = name;
         look();
         drain();
@@ -163,8 +163,9 @@ TEST_F(ScrollbarHolderTest, FollowsItsTargetAndShowsNoStandardBarOnTheWay) {
     after("hiding", ShowWindow(target_, SW_HIDE));
     after("a change unseen", place(nullptr, 20, 20, 200, 150, SWP_NOZORDER));
     after("showing", ShowWindow(target_, SW_SHOW));
-    after("hiding in a hidden parent", ShowWindow(host_.window(), SW_HIDE),
-          ShowWindow(target_, SW_HIDE), ShowWindow(host_.window(), SW_SHOW));
+    ShowWindow(host_.window(), SW_HIDE);
+    ShowWindow(target_, SW_HIDE);
+    after("hiding in a hidden parent", ShowWindow(host_.window(), SW_SHOW));
     after("showing again", place(nullptr, 0, 0, 0, 0, SWP_SHOWWINDOW | kStay));
     after("one bar", ShowScrollBar(target_, SB_HORZ, FALSE));
     after("two bars", ShowScrollBar(target_, SB_BOTH, TRUE));
