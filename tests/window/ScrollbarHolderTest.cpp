@@ -98,9 +98,12 @@ protected:
             << when;
         return own.nPos;
     }
-    /// From near the beginning of the track.
     int dragThumb() const {
-        const int from = GetSystemMetrics(SM_CYVSCROLL) + 5;
+        SCROLLBARINFO info{};
+        info.cbSize = sizeof info;
+        SendMessageW(holder_->GetBar(true), SBM_GETSCROLLBARINFO, 0,
+                     reinterpret_cast<LPARAM>(&info));
+        const int from = (info.xyThumbTop + info.xyThumbBottom) / 2;
         drag(holder_->GetBar(true), {5, from}, {5, from + scaled(30)});
         return expectSame("dragged");
     }
@@ -206,7 +209,7 @@ LRESULT CALLBACK scrollByInfo(HWND window, UINT message, WPARAM wp, LPARAM lp, U
     SCROLLINFO info{sizeof info, SIF_ALL, 0, 0, 0, 0, 0};
     if (message != WM_VSCROLL || lp != 0 || !GetScrollInfo(window, SB_VERT, &info))
         return DefSubclassProc(window, message, wp, lp);
-    const int moves[] = {-500, 500, -5000, 5000, info.nTrackPos - info.nPos};
+    const int moves[] = {-2000, 2000, -20'000, 20'000, info.nTrackPos - info.nPos};
     if (LOWORD(wp) <= SB_THUMBPOSITION)
         SetScrollPos(window, SB_VERT, info.nPos + moves[LOWORD(wp)], TRUE);
     return 0;
@@ -214,7 +217,7 @@ LRESULT CALLBACK scrollByInfo(HWND window, UINT message, WPARAM wp, LPARAM lp, U
 
 TEST_F(ScrollbarHolderTest, DragReachesTargetsThatAskForA32BitPosition) {
     add(WC_STATICW, WS_VSCROLL);
-    const SCROLLINFO info{sizeof info, SIF_ALL, 0, 299'999, 5'000, 0, 0};
+    const SCROLLINFO info{sizeof info, SIF_ALL, 0, 299'999, 20'000, 0, 0};
     SetScrollInfo(target_, SB_VERT, &info, TRUE);
     SetWindowSubclass(target_, scrollByInfo, 9, 0);
     dress();
