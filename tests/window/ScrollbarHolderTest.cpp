@@ -98,9 +98,12 @@ protected:
             << when;
         return own.nPos;
     }
-    /// From near the beginning of the track.
     int dragThumb() const {
-        const int from = GetSystemMetrics(SM_CYVSCROLL) + 5;
+        SCROLLBARINFO info{};
+        info.cbSize = sizeof info;
+        SendMessageW(holder_->GetBar(true), SBM_GETSCROLLBARINFO, 0,
+                     reinterpret_cast<LPARAM>(&info));
+        const int from = (info.xyThumbTop + info.xyThumbBottom) / 2;
         drag(holder_->GetBar(true), {5, from}, {5, from + scaled(30)});
         return expectSame("dragged");
     }
@@ -165,7 +168,7 @@ TEST_F(ScrollbarHolderTest, FollowsItsTargetAndShowsNoStandardBarOnTheWay) {
     std::string step = "dress";
     const std::function<void()> look = [&] { expectCovered(step, true); };
     SetWindowSubclass(target_, lookAfter, 99, reinterpret_cast<DWORD_PTR>(&look));
-    const auto after = [&](const char* name, auto...) {
+    const auto after = [&](const char* name, auto) {
         step = name;
         look();
         drain();
@@ -185,8 +188,9 @@ TEST_F(ScrollbarHolderTest, FollowsItsTargetAndShowsNoStandardBarOnTheWay) {
     after("hiding", ShowWindow(target_, SW_HIDE));
     after("a change unseen", place(nullptr, 20, 20, 200, 150, SWP_NOZORDER));
     after("showing", ShowWindow(target_, SW_SHOW));
-    after("hiding in a hidden parent", ShowWindow(host_.window(), SW_HIDE),
-          ShowWindow(target_, SW_HIDE), ShowWindow(host_.window(), SW_SHOW));
+    ShowWindow(host_.window(), SW_HIDE);
+    ShowWindow(target_, SW_HIDE);
+    after("hiding in a hidden parent", ShowWindow(host_.window(), SW_SHOW));
     after("showing again", place(nullptr, 0, 0, 0, 0, SWP_SHOWWINDOW | kStay));
     after("one bar", ShowScrollBar(target_, SB_HORZ, FALSE));
     after("two bars", ShowScrollBar(target_, SB_BOTH, TRUE));
@@ -227,7 +231,7 @@ LRESULT CALLBACK scrollByInfo(HWND window, UINT message, WPARAM wp, LPARAM lp, U
     SCROLLINFO info{sizeof info, SIF_ALL, 0, 0, 0, 0, 0};
     if (message != WM_VSCROLL || lp != 0 || !GetScrollInfo(window, SB_VERT, &info))
         return DefSubclassProc(window, message, wp, lp);
-    const int moves[] = {-500, 500, -5000, 5000, info.nTrackPos - info.nPos};
+    const int moves[] = {-2000, 2000, -20'000, 20'000, info.nTrackPos - info.nPos};
     if (LOWORD(wp) <= SB_THUMBPOSITION)
         SetScrollPos(window, SB_VERT, info.nPos + moves[LOWORD(wp)], TRUE);
     return 0;
@@ -235,7 +239,7 @@ LRESULT CALLBACK scrollByInfo(HWND window, UINT message, WPARAM wp, LPARAM lp, U
 
 TEST_F(ScrollbarHolderTest, DragReachesTargetsThatAskForA32BitPosition) {
     add(WC_STATICW, WS_VSCROLL);
-    const SCROLLINFO info{sizeof info, SIF_ALL, 0, 299'999, 5'000, 0, 0};
+    const SCROLLINFO info{sizeof info, SIF_ALL, 0, 299'999, 20'000, 0, 0};
     SetScrollInfo(target_, SB_VERT, &info, TRUE);
     SetWindowSubclass(target_, scrollByInfo, 9, 0);
     dress();

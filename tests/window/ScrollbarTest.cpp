@@ -241,6 +241,7 @@ TEST_F(ScrollbarTest, ShowsEachStateAndNeverTheStandardBar) {
         EXPECT_EQ(colourAt(10), RGB(223, 223, 223));
         EnableWindow(bar_, TRUE);
         SetFocus(bar_);
+        EXPECT_THAT(shown(), looksLike(printed(bar_))) << "no caret";
         SetFocus(nullptr);
         SetWindowTextW(bar_, L"text");
         EXPECT_THAT(shown(), looksLike(normal));
