@@ -94,17 +94,6 @@ private:
     POINT m_at;
 };
 
-void copyBitmap(HDC hdc, HBITMAP bitmap, int x, int y, const BITMAP& header) {
-    const MemoryDc source(CreateCompatibleDC(hdc));
-    if (!source)
-        return;
-    SetLayout(source.get(), 0);
-    const Selection selected(source.get(), bitmap);
-    const UnmirroredPlace place(hdc, x, y, header.bmWidth);
-    BitBlt(hdc, place.at().x, place.at().y, header.bmWidth, header.bmHeight, source.get(), 0, 0,
-           SRCCOPY);
-}
-
 }  // namespace
 
 Size bitmapSize(HBITMAP bitmap) {
@@ -119,11 +108,30 @@ void DrawBitmap(HDC hdc, HBITMAP bitmap, int x, int y) {
         QkLib::reportAssertFailure(kNullBitmap);
     const BITMAP header = headerOf(bitmap);
     if (header.bmBitsPixel < kAlphaBits)
-        return copyBitmap(hdc, bitmap, x, y, header);
+        return copyBitmap(hdc, bitmap, x, y);
     if (header.bmBitsPixel > kAlphaBits)
         QkLib::reportAssertFailure(kTooManyBits);
-    PixelAccess(bitmap).changeEach(premultiplied);
+    premultiplyBitmap(bitmap);
     AlphaBlendBitmap(hdc, bitmap, x, y, header.bmWidth, header.bmHeight);
+}
+
+void copyBitmap(HDC hdc, HBITMAP bitmap, int x, int y) {
+    const MemoryDc source(CreateCompatibleDC(hdc));
+    if (!source)
+        return;
+    SetLayout(source.get(), 0);
+    const Size size = bitmapSize(bitmap);
+    const Selection selected(source.get(), bitmap);
+    const UnmirroredPlace place(hdc, x, y, size.width);
+    BitBlt(hdc, place.at().x, place.at().y, size.width, size.height, source.get(), 0, 0, SRCCOPY);
+}
+
+void premultiplyBitmap(HBITMAP bitmap) {
+    PixelAccess(bitmap).changeEach(premultiplied);
+}
+
+void putOnWhite(HBITMAP bitmap) {
+    PixelAccess(bitmap).changeEach(onWhite);
 }
 
 void AlphaBlendBitmap(HDC hdc, HBITMAP bitmap, int x, int y, int width, int height) {

@@ -17,6 +17,16 @@ void DrawBitmap(HDC hdc, HBITMAP bitmap, int x, int y);
 /// Blends the top left width x height pixels of a bitmap that is already premultiplied.
 void AlphaBlendBitmap(HDC hdc, HBITMAP bitmap, int x, int y, int width, int height);
 
+/// Multiplies the colours of a 32-bit bitmap by its alpha, in place and once, so that it can be
+/// blended many times. A null bitmap raises the assertion report.
+void premultiplyBitmap(HBITMAP bitmap);
+
+/// Makes a bitmap that is already premultiplied opaque, on a white ground, in place.
+void putOnWhite(HBITMAP bitmap);
+
+/// Copies a whole bitmap opaquely. In a mirrored DC the place is mirrored, the picture is not.
+void copyBitmap(HDC hdc, HBITMAP bitmap, int x, int y);
+
 /// In high contrast gives a glyph the one colour that shows on the window colour (grey when
 /// disabled), in place; otherwise does nothing. A null bitmap raises the assertion report.
 void PrepareGlyphForState(HBITMAP bitmap, bool enabled);

@@ -15,6 +15,10 @@ struct MemoryDcDeleter {
     void operator()(HDC dc) const { DeleteDC(dc); }
 };
 
+struct IconDeleter {
+    void operator()(HICON icon) const { DestroyIcon(icon); }
+};
+
 struct KernelHandleDeleter {
     void operator()(HANDLE handle) const { CloseHandle(handle); }
 };
@@ -29,6 +33,7 @@ using UniqueFont = UniqueGdi<HFONT>;
 using UniqueRegion = UniqueGdi<HRGN>;
 /// Of what says null when it fails, such as an event.
 using UniqueKernelHandle = std::unique_ptr<void, KernelHandleDeleter>;
+using UniqueIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter>;
 using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, MemoryDcDeleter>;
 
 [[nodiscard]] inline UniqueBrush solidBrush(COLORREF colour) {

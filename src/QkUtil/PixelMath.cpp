@@ -42,6 +42,11 @@ Pixel premultiplied(Pixel pixel) {
                      blueOf(pixel) * alpha / kOpaque);
 }
 
+Pixel onWhite(Pixel pixel) {
+    const Pixel white = kOpaque - alphaOf(pixel);
+    return makePixel(kOpaque, redOf(pixel) + white, greenOf(pixel) + white, blueOf(pixel) + white);
+}
+
 Pixel highContrastGlyph(Pixel pixel, std::uint32_t colour) {
     return quantisedAlpha(alphaOf(pixel)) << 24 | (colour & kColourBits);
 }
