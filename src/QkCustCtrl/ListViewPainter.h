@@ -1,0 +1,101 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "QkCustCtrl/ListViewLayout.h"
+#include "QkUtil/Handles.h"
+
+namespace QkDlg {
+
+/// What is painted: a list in report view, with what the application set for it.
+struct PaintedList {
+    HWND list = nullptr;
+    HWND header = nullptr;
+    HIMAGELIST icons = nullptr;  ///< null for none
+    bool checkBoxes = false;
+    int hotRow = -1;
+    bool focusCue = false;  ///< the keyboard is in use, so the focused row is marked
+};
+
+/// The row that the mouse is over, or -1. Where another window covers the list, there is none.
+[[nodiscard]] int hotRowOf(HWND list);
+
+/// The header item that the mouse is over, or -1.
+[[nodiscard]] int hotHeaderItemOf(HWND header);
+
+/// Where the label of a row is written, and so where it is edited; empty for a column too narrow.
+[[nodiscard]] RECT labelArea(const PaintedList& painted, int row);
+
+/// Fills in the ground of a list, which shows wherever there is no row and no header item.
+void fillListGround(HDC dc, const RECT& rect);
+
+/// Paints the items of a header and the rows and cells of a list, as NM_CUSTOMDRAW asks for them.
+/// The results are those to answer it with.
+class ListViewPainter {
+public:
+    /// What a row or a header item is filled with and framed in.
+    struct Face {
+        COLORREF fill;
+        COLORREF frame;
+    };
+
+    ListViewPainter();
+
+    /// A run of painting begins: what is the same for all its rows is found out once.
+    void Begin(const PaintedList& painted);
+    /// The run is over; from here on everything is found out afresh.
+    void End() { m_run.reset(); }
+
+    [[nodiscard]] LRESULT PaintHeaderItem(const NMCUSTOMDRAW& draw, HWND header) const;
+    [[nodiscard]] LRESULT PaintRow(const NMLVCUSTOMDRAW& draw, const PaintedList& painted);
+    [[nodiscard]] LRESULT PaintCell(const NMLVCUSTOMDRAW& draw, const PaintedList& painted);
+
+private:
+    enum class RowLook { Plain, Hot, Selected };
+
+    static constexpr int kTextCapacity = 260;
+    using Text = std::array<wchar_t, kTextCapacity>;
+
+    /// What the list says of a row in one answer, as each question takes its time.
+    struct RowState {
+        int row = -1;
+        RowLook look = RowLook::Plain;
+        UINT state = 0;
+        int image = I_IMAGENONE;
+        Text label{};
+    };
+
+    struct Column {
+        RECT rect{};  ///< in client coordinates of the list; only left and right count
+        bool rightAligned = false;
+    };
+
+    struct Run {
+        PaintedList painted;
+        ListLengths lengths{0};
+        bool highContrast = false;
+        bool enabled = true;
+        int firstDisplayed = 0;
+        std::vector<std::optional<Column>> columns;  ///< by sub-item, each filled in when needed
+        RowState row;                                ///< the one being painted
+    };
+
+    [[nodiscard]] Run NewRun(const PaintedList& painted);
+    [[nodiscard]] static const Column& ColumnOf(Run& run, int subItem);
+    [[nodiscard]] static RowState RowOf(const Run& run, const NMCUSTOMDRAW& draw);
+    [[nodiscard]] static Face FaceOf(const Run& run);
+    [[nodiscard]] static COLORREF TextColour(const Run& run, bool first);
+    void PaintPictures(HDC dc, const CellParts& parts, const Run& run) const;
+    void PaintCheckBox(HDC dc, const Rect& box, bool checked) const;
+    void LoadCheckBitmaps();
+
+    HFONT m_listFont;                            ///< of the process's cache
+    std::array<UniqueBitmap, 2> m_checkBitmaps;  ///< unchecked, checked
+    SIZE m_checkSize{};                          ///< of each
+    bool m_bitmapsInHighContrast = false;
+    std::optional<Run> m_run;
+};
+
+}  // namespace QkDlg

@@ -1,0 +1,401 @@
+#include "QkCustCtrl/ListViewActions.h"
+#include "QkCustCtrl/ListViewPainter.h"
+#include "QkCustCtrl/LiveControls.h"
+#include "QkCustCtrl/SubclassGlue.h"
+#include "QkDlg/QkFlatListView.h"
+#include "QkDlg/ScrollbarHolder.h"
+#include "QkUtil/Canvas.h"
+#include "QkUtil/Metrics.h"
+#include "QkUtil/Rects.h"
+
+// The messages of a flat list's windows: the list itself, its header, its parent, and the edit of a
+// label. What flat mode is stands in QkFlatListView.cpp.
+
+namespace QkDlg {
+
+namespace {
+
+void redrawItem(HWND list, int item) {
+    if (item >= 0)
+        SendMessageW(list, LVM_REDRAWITEMS, static_cast<WPARAM>(item), item);
+}
+
+void redrawFocusedItem(HWND list) {
+    redrawItem(list, static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1),
+                                                   LVNI_FOCUSED)));
+}
+
+void redrawHeaderItem(HWND header, int item) {
+    RECT rect{};
+    if (item >= 0 && SendMessageW(header, HDM_GETITEMRECT, static_cast<WPARAM>(item),
+                                  reinterpret_cast<LPARAM>(&rect)) != 0)
+        InvalidateRect(header, &rect, FALSE);
+}
+
+void awaitLeave(HWND hwnd) {
+    TRACKMOUSEEVENT track{};
+    track.cbSize = sizeof track;
+    track.dwFlags = TME_LEAVE;
+    track.hwndTrack = hwnd;
+    TrackMouseEvent(&track);
+}
+
+/// Custom draw of something that is neither the list nor an item, which only newer controls have.
+bool isOfGroup(HWND list, const NMLVCUSTOMDRAW& draw) {
+    // A list without groups may come from a version whose record ends before the type.
+    return SendMessageW(list, LVM_ISGROUPVIEWENABLED, 0, 0) != 0 && draw.dwItemType == LVCDI_GROUP;
+}
+
+/// Wine's list paints a mirrored window into a buffer that is not mirrored, and so copies it out
+/// the wrong way round.
+void mirrorBuffer(HDC dc, HWND list) {
+    const bool mirrored = (GetWindowLongPtrW(list, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
+    if (mirrored && GetLayout(dc) == 0)
+        SetLayout(dc, LAYOUT_RTL);
+}
+
+/// Wine's list redraws a row that changes without the margin at its left end.
+void redrawRowMargins(HWND list) {
+    const UniqueRegion update(CreateRectRgn(0, 0, 0, 0));
+    if (GetUpdateRgn(list, update.get(), FALSE) <= NULLREGION)
+        return;
+    OffsetRgn(update.get(), -ListLengths(screenDpi()).inset, 0);
+    InvalidateRgn(list, update.get(), FALSE);
+}
+
+/// The ground before any row, as not every version of the control leaves it to the parent, and a
+/// colour that the list was created with knows nothing of high contrast.
+void beginList(HDC dc, HWND list) {
+    mirrorBuffer(dc, list);
+    fillListGround(dc, clientRect(list));
+}
+
+/// A header lower than a row gets that height.
+LRESULT layOutHeader(const Message& message) {
+    const LRESULT result = message.passOn();
+    const auto* const layout = reinterpret_cast<const HDLAYOUT*>(message.lParam);
+    const int row = ListLengths(screenDpi()).row;
+    if (layout && layout->pwpos && layout->prc && layout->pwpos->cy < row) {
+        layout->prc->top += row - layout->pwpos->cy;
+        layout->pwpos->cy = row;
+    }
+    return result;
+}
+
+/// The part of a header right of its last column in the order of display.
+RECT headerEnd(HWND header) {
+    RECT end = clientRect(header);
+    const LRESULT count = SendMessageW(header, HDM_GETITEMCOUNT, 0, 0);
+    if (count <= 0)
+        return end;
+    RECT last{};
+    const LRESULT index = SendMessageW(header, HDM_ORDERTOINDEX, static_cast<WPARAM>(count - 1), 0);
+    SendMessageW(header, HDM_GETITEMRECT, static_cast<WPARAM>(index),
+                 reinterpret_cast<LPARAM>(&last));
+    end.left = last.right;
+    return end;
+}
+
+LRESULT printHeader(const Message& message) {
+    message.passOn();
+    const RECT end = headerEnd(message.hwnd);
+    if (end.left < end.right)
+        fillListGround(reinterpret_cast<HDC>(message.wParam), end);
+    return 0;
+}
+
+LRESULT paintHeader(HWND header) {
+    const PaintDc paint(header);
+    const RECT client = clientRect(header);
+    const Canvas canvas(paint.get(), header, {client.right, client.bottom});
+    SendMessageW(header, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc()), PRF_CLIENT);
+    return 0;
+}
+
+LRESULT insertWithBox(const Message& message) {
+    if (!message.lParam)
+        return message.passOn();
+    const LVITEMW item = withUncheckedBox(*reinterpret_cast<const LVITEMW*>(message.lParam));
+    return DefSubclassProc(message.hwnd, message.id, message.wParam,
+                           reinterpret_cast<LPARAM>(&item));
+}
+
+bool isItemChange(UINT code) {
+    return code == static_cast<UINT>(LVN_ITEMCHANGING) ||
+           code == static_cast<UINT>(LVN_ITEMCHANGED);
+}
+
+bool isShown(HWND hwnd) {
+    return (GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+}  // namespace
+
+// Mouse and keyboard
+
+void QkFlatListView::UseKeyboard(bool on) {
+    if (m_keyboard == on)
+        return;
+    m_keyboard = on;
+    redrawFocusedItem(m_hWnd);
+}
+
+void QkFlatListView::UpdateHotRow() {
+    const int row = m_flatMode ? hotRowOf(m_hWnd) : -1;
+    if (row == m_hotRow)
+        return;
+    redrawItem(m_hWnd, m_hotRow);
+    redrawItem(m_hWnd, row);
+    m_hotRow = row;
+}
+
+void QkFlatListView::UpdateHotHeaderItem() {
+    const int item = m_flatMode ? hotHeaderItemOf(m_header) : -1;
+    if (item == m_hotHeaderItem)
+        return;
+    redrawHeaderItem(m_header, m_hotHeaderItem);
+    redrawHeaderItem(m_header, item);
+    m_hotHeaderItem = item;
+}
+
+// Notifications
+
+LRESULT QkFlatListView::OnCustomDraw(const Message& message) {
+    const auto& draw = *reinterpret_cast<const NMLVCUSTOMDRAW*>(message.lParam);
+    const bool ofHeader = draw.nmcd.hdr.hwndFrom == m_header;
+    if (!ofHeader && isOfGroup(m_hWnd, draw))
+        return message.passOn();
+    switch (draw.nmcd.dwDrawStage) {
+        case CDDS_PREPAINT:
+            if (!ofHeader)
+                beginList(draw.nmcd.hdc, m_hWnd);
+            return CDRF_NOTIFYITEMDRAW;
+        case CDDS_ITEMPREPAINT:
+            return ofHeader ? m_painter->PaintHeaderItem(draw.nmcd, m_header)
+                            : m_painter->PaintRow(draw, Painted());
+        case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
+            return ofHeader ? CDRF_DODEFAULT : m_painter->PaintCell(draw, Painted());
+        default: return CDRF_DODEFAULT;
+    }
+}
+
+void QkFlatListView::OnLabelEdit(int row) {
+    const auto editor = reinterpret_cast<HWND>(SendMessageW(m_hWnd, LVM_GETEDITCONTROL, 0, 0));
+    m_editedRow = row;
+    if (editor && m_flatMode)
+        installSubclass(editor, EditProc, *this, reinterpret_cast<UINT_PTR>(m_hWnd));
+}
+
+LRESULT QkFlatListView::OnHeaderNotify(const Message& message) {
+    const UINT code = reinterpret_cast<const NMHDR*>(message.lParam)->code;
+    const bool drags = code == static_cast<UINT>(HDN_BEGINDRAG) && m_flatMode &&
+                       (m_savedExStyle & LVS_EX_HEADERDRAGDROP) != 0;
+    // The list would refuse a drag that its own style does not allow.
+    if (code == static_cast<UINT>(NM_CUSTOMDRAW) || drags)
+        return SendMessageW(m_parent, message.id, message.wParam, message.lParam);
+    return message.passOn();
+}
+
+// Messages
+
+/// Everything that follows the window's view or style after they have changed.
+LRESULT QkFlatListView::PassOnAndFollow(const Message& message, DWORD_PTR referenceData) {
+    const HWND list = message.hwnd;
+    const LRESULT result = message.passOn();
+    if (auto* const still = livingControl<QkFlatListView>(list, referenceData))
+        still->FollowView();
+    return result;
+}
+
+LRESULT QkFlatListView::PassOnPaint(const Message& message, DWORD_PTR referenceData) {
+    if (m_flatMode) {
+        UpdateHotRow();
+        redrawRowMargins(m_hWnd);
+        m_painter->Begin(Painted());
+    }
+    const LRESULT result = message.passOn();
+    if (auto* const still = livingControl<QkFlatListView>(message.hwnd, referenceData))
+        still->m_painter->End();
+    return result;
+}
+
+/// The standard list need not redraw an item for a state image that it does not show.
+LRESULT QkFlatListView::PassOnItemState(const Message& message, DWORD_PTR referenceData) {
+    const LRESULT result = message.passOn();
+    const auto* const item = reinterpret_cast<const LVITEMW*>(message.lParam);
+    auto* const still = livingControl<QkFlatListView>(message.hwnd, referenceData);
+    if (!still || !still->m_flatMode || !item || (item->stateMask & LVIS_STATEIMAGEMASK) == 0)
+        return result;
+    const auto index = static_cast<int>(message.wParam);
+    if (index < 0)
+        still->Refresh();
+    redrawItem(message.hwnd, index);
+    return result;
+}
+
+LRESULT CALLBACK QkFlatListView::ListProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
+                                          UINT_PTR subclassId, DWORD_PTR referenceData) {
+    const Message message{hwnd, id, wParam, lParam};
+    auto* const list = livingControl<QkFlatListView>(hwnd, referenceData);
+    if (!list)
+        return message.passOn();
+
+    switch (id) {
+        case LVM_SETVIEW:
+            if (wParam != LV_VIEW_DETAILS && list->m_flatMode)
+                list->LeaveFlatMode();
+            return list->PassOnAndFollow(message, referenceData);
+        case WM_STYLECHANGED:
+        case LVM_INSERTCOLUMNW:
+        case LVM_INSERTCOLUMNA:
+        case WM_PARENTNOTIFY: return list->PassOnAndFollow(message, referenceData);
+        case WM_HSCROLL:
+        case WM_VSCROLL:
+            if (scrollByThumb(hwnd, id, wParam, lParam))
+                return 0;
+            break;
+        case WM_NOTIFY: return list->OnHeaderNotify(message);
+        case WM_PAINT:
+        case WM_PRINTCLIENT: return list->PassOnPaint(message, referenceData);
+        case WM_DESTROY:
+            // The list destroys its image lists: the application's, not the one that stands in.
+            if (list->m_flatMode)
+                DefSubclassProc(hwnd, LVM_SETIMAGELIST, LVSIL_SMALL,
+                                reinterpret_cast<LPARAM>(list->m_savedSmallImages));
+            list->m_flatMode = false;
+            break;
+        case WM_NCDESTROY:
+            // The holder's procedure; this one goes with the window and finds no object any more.
+            RemoveWindowSubclass(hwnd, ScrollbarHolder::TargetProc, subclassId);
+            list->Unbind();
+            break;
+        default:
+            return list->m_flatMode ? list->OnFlatMessage(message, referenceData)
+                                    : message.passOn();
+    }
+    return message.passOn();
+}
+
+/// What a list does differently in report view.
+LRESULT QkFlatListView::OnFlatMessage(const Message& message, DWORD_PTR referenceData) {
+    switch (message.id) {
+        case LVM_SETIMAGELIST: return SetImages(message);
+        case LVM_GETIMAGELIST:
+            if (message.wParam != LVSIL_SMALL)
+                break;
+            return reinterpret_cast<LRESULT>(m_savedSmallImages);
+        case LVM_SETEXTENDEDLISTVIEWSTYLE: return SetSavedExStyle(message);
+        case LVM_GETEXTENDEDLISTVIEWSTYLE: return static_cast<LRESULT>(m_savedExStyle);
+        case LVM_INSERTITEMW:
+        case LVM_INSERTITEMA: return insertWithBox(message);
+        case LVM_SETITEMSTATE: return PassOnItemState(message, referenceData);
+        case WM_THEMECHANGED: return 1;
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+            UseKeyboard(false);
+            if (HasCheckBoxes() &&
+                pressCheckBox(message.hwnd, {message.x(), message.y()}, message.wParam))
+                return 0;
+            break;
+        case WM_KEYDOWN:
+            UseKeyboard(true);
+            if (message.wParam == VK_SPACE && HasCheckBoxes())
+                toggleMarkedItem(message.hwnd);
+            break;
+        case WM_MOUSEMOVE:
+            awaitLeave(message.hwnd);
+            UpdateHotRow();
+            break;
+        case WM_MOUSELEAVE: UpdateHotRow(); break;
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS: redrawFocusedItem(message.hwnd); break;
+        default: break;
+    }
+    return message.passOn();
+}
+
+LRESULT CALLBACK QkFlatListView::HeaderProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR subclassId, DWORD_PTR referenceData) {
+    const Message message{hwnd, id, wParam, lParam};
+    auto* const list =
+        livingControl<QkFlatListView>(reinterpret_cast<HWND>(subclassId), referenceData);
+    if (id == WM_NCDESTROY) {
+        RemoveWindowSubclass(hwnd, HeaderProc, subclassId);
+        if (list && list->m_header == hwnd)
+            list->m_header = nullptr;
+        return message.passOn();
+    }
+    if (!list || !list->m_flatMode)
+        return message.passOn();
+
+    switch (id) {
+        case HDM_LAYOUT: return layOutHeader(message);
+        case WM_ERASEBKGND: return 1;
+        case WM_PAINT: return paintHeader(hwnd);
+        case WM_PRINTCLIENT: return printHeader(message);
+        case WM_MOUSEMOVE:
+            awaitLeave(hwnd);
+            list->UpdateHotHeaderItem();
+            break;
+        case WM_MOUSELEAVE: list->UpdateHotHeaderItem(); break;
+        default: break;
+    }
+    return message.passOn();
+}
+
+LRESULT CALLBACK QkFlatListView::ParentProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR subclassId, DWORD_PTR referenceData) {
+    const Message message{hwnd, id, wParam, lParam};
+    const auto window = reinterpret_cast<HWND>(subclassId);
+    if (id == WM_NCDESTROY)
+        RemoveWindowSubclass(hwnd, ParentProc, subclassId);
+    auto* const list = livingControl<QkFlatListView>(window, referenceData);
+    if (!list)
+        return message.passOn();
+    if (id == WM_ERASEBKGND && list->m_flatMode && isShown(window)) {
+        message.passOn();
+        fillListGround(reinterpret_cast<HDC>(wParam), windowRectIn(window, hwnd));
+        return 1;
+    }
+    if (id != WM_NOTIFY)
+        return message.passOn();
+
+    const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+    const bool ofList = header.hwndFrom == window;
+    if (header.code == static_cast<UINT>(NM_CUSTOMDRAW) && list->m_flatMode &&
+        (ofList || (list->m_header && header.hwndFrom == list->m_header)))
+        return list->OnCustomDraw(message);
+    if (ofList && list->m_quiet && isItemChange(header.code))
+        return FALSE;
+    const LRESULT result = message.passOn();
+    const bool edits = header.code == LVN_BEGINLABELEDITW || header.code == LVN_BEGINLABELEDITA;
+    if (ofList && edits && result == 0) {
+        if (auto* const still = livingControl<QkFlatListView>(window, referenceData))
+            still->OnLabelEdit(reinterpret_cast<const NMLVDISPINFOW*>(lParam)->item.iItem);
+    }
+    return result;
+}
+
+/// The list places the edit of a label where it would write the label itself.
+LRESULT CALLBACK QkFlatListView::EditProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
+                                          UINT_PTR subclassId, DWORD_PTR referenceData) {
+    const Message message{hwnd, id, wParam, lParam};
+    if (id == WM_NCDESTROY)
+        RemoveWindowSubclass(hwnd, EditProc, subclassId);
+    const LRESULT result = message.passOn();
+    auto* const list =
+        livingControl<QkFlatListView>(reinterpret_cast<HWND>(subclassId), referenceData);
+    if (id != WM_WINDOWPOSCHANGING || !list || !list->m_flatMode)
+        return result;
+    const RECT area = labelArea(list->Painted(), list->m_editedRow);
+    auto& place = *reinterpret_cast<WINDOWPOS*>(lParam);
+    if (area.right > area.left && (place.flags & (SWP_NOMOVE | SWP_NOSIZE)) == 0) {
+        place.x = area.left;
+        place.y = area.top;
+        place.cx = area.right - area.left;
+        place.cy = area.bottom - area.top;
+    }
+    return result;
+}
+
+}  // namespace QkDlg
