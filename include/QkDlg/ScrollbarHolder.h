@@ -53,6 +53,7 @@ private:
     HWND m_parent = nullptr;
     bool m_hidden = false;     ///< the target is, which WS_VISIBLE does not tell for sure
     bool m_redrawOff = false;  ///< WM_SETREDRAW
+    bool m_painting = false;   ///< the target is at its WM_PAINT, which ends with a look at it
     bool m_addedClip = false;  ///< WS_CLIPSIBLINGS was not the target's own
 };
 

@@ -274,7 +274,7 @@ void ScrollbarHolder::OnAfter(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_ENABLE:
         case WM_THEMECHANGED: Update(); break;
         default:
-            if (mayScroll(message))
+            if (!m_painting && mayScroll(message))
                 Synchronise();
             break;
     }
@@ -296,8 +296,12 @@ LRESULT CALLBACK ScrollbarHolder::TargetProc(HWND hwnd, UINT message, WPARAM wPa
     if (message == WM_NCPAINT)
         return holder->OnNcPaint(wParam);
     holder->OnBefore(message, wParam, lParam);
+    if (message == WM_PAINT)
+        holder->m_painting = true;
     const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
     // Code of the host has run.
+    if (lives() && message == WM_PAINT)
+        holder->m_painting = false;
     if (lives())
         holder->OnAfter(message, wParam, lParam);
     return result;
