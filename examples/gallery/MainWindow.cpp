@@ -12,7 +12,7 @@ constexpr int kTitlePoints = 15;
 // In dialog units.
 constexpr int kMargin = 8;
 constexpr int kMinClientHeight = 160;
-constexpr int kEntryHeight = 18;
+constexpr int kEntryHeight = 15;
 constexpr int kEntryIndent = 10;
 constexpr int kMarkWidth = 2;
 

@@ -26,6 +26,12 @@ INT_PTR scrollbarHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 std::span<const FlatControl> holderControls();
 INT_PTR holderHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
 
+std::span<const FlatControl> listControls();
+INT_PTR listHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+std::span<const FlatControl> noControls();
+INT_PTR columnsHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR rowsHook(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+
 std::span<const Page> pages() {
     static constexpr Page kPages[] = {
         {L"push", L"Push buttons", IDD_PAGE_PUSH, pushControls},
@@ -37,6 +43,9 @@ std::span<const Page> pages() {
         {L"edits", L"Edit boxes", IDD_PAGE_EDITS, editControls, editHook},
         {L"passwords", L"Password boxes", IDD_PAGE_PASSWORDS, passwordControls, passwordHook},
         {L"combos", L"Combo boxes", IDD_PAGE_COMBOS, comboControls, comboHook},
+        {L"list", L"List view", IDD_PAGE_LIST, listControls, listHook},
+        {L"columns", L"Columns of a list", IDD_PAGE_COLUMNS, noControls, columnsHook},
+        {L"rows", L"Rows of a list", IDD_PAGE_ROWS, noControls, rowsHook},
         {L"scrollbars", L"Scroll bars and sliders", IDD_PAGE_SCROLLBARS, scrollbarControls,
          scrollbarHook},
         {L"holders", L"Scrolling windows", IDD_PAGE_HOLDERS, holderControls, holderHook},
