@@ -88,21 +88,39 @@ std::size_t splitPlace(std::u16string_view text) {
     return place;
 }
 
+// Appends the plain characters at the beginning of `text`, mostly all of them; returns how many.
+std::size_t appendPlain(std::string& out, std::u16string_view text, unsigned plain) {
+    const std::size_t before = out.size();
+    out.resize(before + text.size());
+    char* const to = out.data() + before;
+    std::size_t count = 0;
+    while (count < text.size() && text[count] < kPlain.size() &&
+           (kPlain[text[count]] & plain) != 0) {
+        to[count] = static_cast<char>(text[count]);
+        ++count;
+    }
+    out.resize(before + count);
+    return count;
+}
+
 // Appends `text`; false when it has a character that no document may hold.
 bool appendEscaped(std::string& out, std::u16string_view text, Escaping escaping) {
     const unsigned plain = bitOf(escaping);
+    std::size_t i = appendPlain(out, text, plain);
+    if (i == text.size())
+        return true;
     std::array<char, 128> buffer{};
     std::size_t used = 0;
     const auto flush = [&] { out.append(buffer.data(), std::exchange(used, 0)); };
-    for (std::size_t i = 0; i < text.size();) {
+    while (i < text.size()) {
         if (used > buffer.size() - kMostBytes)
             flush();
-        const std::size_t end = i + std::min(text.size() - i, buffer.size() - used);
-        while (i < end && text[i] < kPlain.size() && (kPlain[text[i]] & plain) != 0)
-            buffer[used++] = static_cast<char>(text[i++]);
-        if (i == end || used > buffer.size() - kMostBytes)
-            continue;
         const char16_t unit = text[i];
+        if (unit < kPlain.size() && (kPlain[unit] & plain) != 0) {
+            buffer[used++] = static_cast<char>(unit);
+            ++i;
+            continue;
+        }
         const char32_t character = XmlCharacters::firstCharacter(text.substr(i));
         if (!XmlCharacters::isAllowed(character))
             return false;
@@ -252,10 +270,13 @@ bool XmlWriter::begin(XmlNode node) {
     }
     if (!startElement(node.name()))
         return false;
-    for (std::size_t i = 0, count = node.attributeCount(); i < count; ++i)
-        if (const XmlAttribute each = node.attribute(i); !attribute(each.name, each.value))
+    for (std::size_t i = 0;; ++i) {
+        const XmlAttribute each = node.attribute(i);
+        if (each.name.empty())
+            return true;
+        if (!attribute(each.name, each.value))
             return false;
-    return true;
+    }
 }
 
 bool XmlWriter::node(XmlNode node) {

@@ -7,34 +7,25 @@ using namespace QkDlgTest;
 
 namespace {
 
-struct Broken : ChildRegistration {
-    Broken(int site, const char* child, void (*body)())
-        : ChildRegistration(child, body), line(site), name(child) {}
-    int line;
-    const char* name;
-};
 const wchar_t* const kNull = nullptr;
 QkXMLElement element(L"e");
-const Broken kBrokenContracts[] = {
-    {62, "LoadNoText", [] { (void)LoadFromText(*std::make_unique<QkXML>(), kNull); }},
-    {118, "FindNoName", [] { (void)FindChild(element, kNull); }},
-    {164, "IndexAtTheEnd", [] { (void)ChildAt(QkXMLElements{&element}, 1); }},
-    {203, "IntegerOfNoName", [] { (void)GetAttributeInt(element, kNull); }},
-    {241, "SetNoName", [] { SetAttributeInt(element, kNull, 1); }},
-    {277, "AppendNoChild", [] { AppendChild(element, nullptr); }}};
+const std::pair<int, ChildRegistration> kBrokenContracts[] = {
+    {62, {"62", [] { (void)LoadFromText(*std::make_unique<QkXML>(), kNull); }}},
+    {118, {"118", [] { (void)FindChild(element, kNull); }}},
+    {164, {"164", [] { (void)ChildAt(QkXMLElements{&element}, 1); }}},
+    {203, {"203", [] { (void)GetAttributeInt(element, kNull); }}},
+    {241, {"241", [] { SetAttributeInt(element, kNull, 1); }}},
+    {277, {"277", [] { AppendChild(element, nullptr); }}}};
 
 TEST(XmlResource, BrokenContractsAreReported) {
-    for (const Broken& each : kBrokenContracts)
-        expectAssertReport(each.name, "src/QkXML", each.line);
+    for (const auto& [site, child] : kBrokenContracts)
+        expectAssertReport(std::to_string(site), "src/QkXML", site);
 }
 
 TEST(XmlResource, LoadsWhatIsThereAndIsText) {
     QkXML document;
-    EXPECT_TRUE(LoadXmlResource(nullptr, L"XML_GOOD", document));
+    EXPECT_TRUE(LoadResourceText(nullptr, L"XML_MARKED", document));
     EXPECT_EQ(GetAttribute(*FindChild(document, L"a"), L"n"), L"\u00C4");
-    EXPECT_EQ(GetChildText(document, L"b"), L"x");
-    EXPECT_TRUE(LoadResourceText(GetModuleHandleW(nullptr), L"XML_MARKED", document));
-    EXPECT_EQ(GetAttributeInt(*FindChild(document, L"a"), L"n"), 2);
     const std::pair<const wchar_t*, int> bad[] = {
         {L"XML_EMPTY", 62003}, {L"XML_WITH_ZERO", 62097}, {L"XML_NOT_UTF8", 0}, {L"NONE", 0}};
     for (const auto& [name, id] : bad) {
