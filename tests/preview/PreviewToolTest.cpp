@@ -13,7 +13,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr DWORD kPatience = 120'000;
+constexpr DWORD kPatience = 60'000;
 
 std::wstring folder() {
     wchar_t path[MAX_PATH]{};
@@ -33,7 +33,8 @@ struct Outcome {
     std::string output;
 };
 
-Outcome preview(const std::wstring& arguments) {
+/// `meanwhile` is called while the program runs.
+Outcome preview(const std::wstring& arguments, void (*meanwhile)() = nullptr) {
     const std::wstring log = folder() + L"PreviewTests.log";
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
     HANDLE file = CreateFileW(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited,
@@ -47,6 +48,8 @@ Outcome preview(const std::wstring& arguments) {
     Outcome run;
     if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder().c_str(),
                        &startup, &process)) {
+        if (meanwhile)
+            meanwhile();
         WaitForSingleObject(process.hProcess, kPatience);
         GetExitCodeProcess(process.hProcess, &run.status);
         TerminateProcess(process.hProcess, 1);
@@ -127,6 +130,31 @@ TEST(Preview, PutsPlainBesideFlat) {
         DeleteDC(dc);
     }
     EXPECT_TRUE(QkDlgTools::loadPicture(out + L"\\sheet-001.png"));
+}
+
+/// Presses Escape in the dialog of that caption as soon as it shows.
+template <const wchar_t* caption>
+void pressEscape() {
+    for (int tries = 0; tries < 400; ++tries, Sleep(50)) {
+        HWND window = FindWindowW(nullptr, caption);
+        if (!IsWindowVisible(window))
+            continue;
+        HWND child = GetWindow(window, GW_CHILD);
+        PostMessageW(GetWindow(child, GW_CHILD) ? GetWindow(child, GW_CHILD) : child, WM_KEYDOWN,
+                     VK_ESCAPE, 0);
+        return;
+    }
+    ADD_FAILURE() << "no such dialog";
+}
+constexpr wchar_t kDialog[] = L"Log on";
+constexpr wchar_t kFrame[] = L"A page";
+
+TEST(Preview, ShowsADialogOrAPageUntilItIsClosed) {
+    EXPECT_EQ(
+        preview(L"PreviewFixture.dll --dialog 100 --language 0x0409", pressEscape<kDialog>).status,
+        0U);
+    EXPECT_EQ(preview(L"PreviewFixture.dll --dialog 101 --plain", pressEscape<kFrame>).status, 0U);
+    EXPECT_EQ(preview(L"PreviewFixture.dll --dialog 102").status, 1U);
 }
 
 }  // namespace
