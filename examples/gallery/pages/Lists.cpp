@@ -29,8 +29,8 @@ LRESULT send(HWND window, UINT message, int index, Record& record) {
 }
 
 struct ColumnSpec {
-    const wchar_t* title;
-    int width;  ///< at 96 DPI
+    const wchar_t* title = nullptr;
+    int width = 0;  ///< at 96 DPI
     int format = LVCFMT_LEFT;
 };
 
