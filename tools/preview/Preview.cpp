@@ -21,6 +21,13 @@ constexpr int kExitFault = 1;
 constexpr int kExitUsage = 2;
 constexpr DWORD kMillisecondsPerSecond = 1000;
 
+/// Exceptions have large numbers, known by their hexadecimal digits.
+std::wstring shownStatus(DWORD status) {
+    if (HIWORD(status) == 0)
+        return std::to_wstring(status);
+    return hexWord(HIWORD(status)) + hexWord(LOWORD(status)).substr(2);
+}
+
 /// Runs the workers and hands on what they tell.
 class Supervisor {
 public:
@@ -80,7 +87,7 @@ private:
         if (status && *status <= 1)
             return std::nullopt;
         const std::wstring reason =
-            status ? L"the process ended with status " + std::to_wstring(*status)
+            status ? L"the process ended with status " + shownStatus(*status)
                    : L"no answer within " + std::to_wstring(options_.limitSeconds) + L" s";
         const std::wstring place = progress_.begun ? progress_.title : fileNameOf(file);
         const std::wstring words =
