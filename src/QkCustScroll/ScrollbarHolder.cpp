@@ -220,14 +220,15 @@ void ScrollbarHolder::Synchronise() {
 void ScrollbarHolder::LayOut() {
     const auto group = m_group;
     const HWND target = group->target;
+    // First of all: the target may answer a new style with other bars.
+    const bool clip = !m_addedClip || !isCovered(*group);
+    setClipSiblings(target, clip);
     const HWND parent = GetAncestor(target, GA_PARENT);
     const bool moved = parent != m_parent;
     m_parent = parent;
     const HolderLayout layout = layoutOnScreen(target, {m_verticalWidth, m_horizontalHeight});
     if (layout.corner.width() > 0 && !group->window(HolderPart::Corner))
         HolderWindow::create(group, HolderPart::Corner);
-    const bool clip = !m_addedClip || !isCovered(*group);
-    setClipSiblings(target, clip);
     CutOut(clip ? HolderLayout{} : layout);
 
     HWND below = target;
