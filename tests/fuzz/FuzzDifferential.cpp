@@ -95,7 +95,8 @@ bool mayRefuseAlone(std::string_view bytes, const XmlError& error, const Reader&
 }
 
 bool mayAcceptAlone(std::string_view bytes, const Reader& other) {
-    return XML_GetErrorCode(other.parser) == XML_ERROR_UNKNOWN_ENCODING || other.inDoctype ||
+    const XML_Error code = XML_GetErrorCode(other.parser);
+    return code == XML_ERROR_UNKNOWN_ENCODING || code == XML_ERROR_PUBLICID || other.inDoctype ||
            stumbledOverName(bytes, other);
 }
 
