@@ -69,6 +69,7 @@ private:
     void UseKeyboard(bool on);
     void UpdateHotRow();
     void UpdateHotHeaderItem();
+    [[nodiscard]] LRESULT OnHeaderDraw(const NMCUSTOMDRAW& draw) const;
     LRESULT OnCustomDraw(const Message& message);
     LRESULT OnHeaderNotify(const Message& message);
     void OnLabelEdit(int row);

@@ -246,6 +246,7 @@ ListViewPainter::Run ListViewPainter::NewRun(const PaintedList& painted) {
     run.painted = painted;
     run.lengths = ListLengths(screenDpi());
     run.highContrast = IsHighContrast();
+    run.lowColour = IsLowColourDisplay();
     run.enabled = IsWindowEnabled(painted.list) != FALSE;
     run.firstDisplayed = firstDisplayedOf(painted.header);
     if (run.highContrast != m_bitmapsInHighContrast)
@@ -274,16 +275,37 @@ const ListViewPainter::Column& ListViewPainter::ColumnOf(Run& run, int subItem) 
     return *column;
 }
 
+void ListViewPainter::Hear(const LVITEMW& told) {
+    if (!m_run || (told.mask & LVIF_TEXT) == 0 || !told.pszText ||
+        told.pszText == LPSTR_TEXTCALLBACKW)
+        return;
+    m_run->told.row = told.iItem;
+    m_run->told.subItem = told.iSubItem;
+    lstrcpynW(m_run->told.text.data(), told.pszText, kTextCapacity);
+}
+
+const ListViewPainter::Text* ListViewPainter::ToldTextOf(const Run& run, int row, int subItem) {
+    return run.told.row == row && run.told.subItem == subItem ? &run.told.text : nullptr;
+}
+
 ListViewPainter::RowState ListViewPainter::RowOf(const Run& run, const NMCUSTOMDRAW& draw) {
     RowState row;
     LVITEMW item{};
-    item.mask = run.painted.icons ? LVIF_STATE | LVIF_TEXT | LVIF_IMAGE : LVIF_STATE | LVIF_TEXT;
     item.stateMask = ~0U;
     item.iItem = static_cast<int>(draw.dwItemSpec);
-    readText(run.painted.list, item, row.label);
+    const Text* const told = run.painted.icons ? nullptr : ToldTextOf(run, item.iItem, 0);
+    if (told) {
+        row.label = *told;
+        item.state = static_cast<UINT>(
+            SendMessageW(run.painted.list, LVM_GETITEMSTATE, draw.dwItemSpec, item.stateMask));
+    } else {
+        item.mask = LVIF_STATE | LVIF_TEXT | (run.painted.icons ? LVIF_IMAGE : 0U);
+        readText(run.painted.list, item, row.label);
+    }
     row.row = item.iItem;
     row.state = item.state;
-    row.image = item.iImage;
+    if (run.painted.icons)
+        row.image = item.iImage;
     if ((row.state & (LVIS_SELECTED | LVIS_DROPHILITED)) != 0 ||
         (draw.uItemState & CDIS_DROPHILITED) != 0)
         row.look = RowLook::Selected;
@@ -342,18 +364,23 @@ LRESULT ListViewPainter::PaintCell(const NMLVCUSTOMDRAW& draw, const PaintedList
     if (first && (painted.checkBoxes || painted.icons))
         PaintPictures(dc, parts, run);
 
-    Text text = run.row.label;
-    if (draw.iSubItem != 0) {
-        LVITEMW item{};
-        item.mask = LVIF_TEXT;
-        item.iItem = run.row.row;
-        item.iSubItem = draw.iSubItem;
-        readText(painted.list, item, text);
-    }
+    const Text text = draw.iSubItem == 0 ? run.row.label : CellText(run, draw.iSubItem);
     const Selection font(dc, m_listFont);
     setTextColours(dc, TextColour(run, first), FaceOf(run).fill);
     writeText(dc, text.data(), parts.text, column.rightAligned);
     return CDRF_SKIPDEFAULT;
+}
+
+ListViewPainter::Text ListViewPainter::CellText(const Run& run, int subItem) {
+    if (const Text* const told = ToldTextOf(run, run.row.row, subItem))
+        return *told;
+    Text text{};
+    LVITEMW item{};
+    item.mask = LVIF_TEXT;
+    item.iItem = run.row.row;
+    item.iSubItem = subItem;
+    readText(run.painted.list, item, text);
+    return text;
 }
 
 ListViewPainter::Face ListViewPainter::FaceOf(const Run& run) {
@@ -376,10 +403,8 @@ COLORREF ListViewPainter::TextColour(const Run& run, bool first) {
 
 // Check box and icon belong to the row, whichever of its cells is displayed first.
 void ListViewPainter::PaintPictures(HDC dc, const CellParts& parts, const Run& run) const {
-    if (parts.checkBox != Rect{}) {
-        const bool checked = (run.row.state & LVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2);
-        PaintCheckBox(dc, parts.checkBox, checked);
-    }
+    if (parts.checkBox != Rect{})
+        PaintCheckBox(dc, parts.checkBox, run);
     if (parts.icon != Rect{} && run.row.image >= 0) {
         const UINT overlay = run.row.state & LVIS_OVERLAYMASK;
         const UniqueIcon icon(
@@ -390,11 +415,12 @@ void ListViewPainter::PaintPictures(HDC dc, const CellParts& parts, const Run& r
     }
 }
 
-void ListViewPainter::PaintCheckBox(HDC dc, const Rect& box, bool checked) const {
+void ListViewPainter::PaintCheckBox(HDC dc, const Rect& box, const Run& run) const {
+    const bool checked = (run.row.state & LVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2);
     const HBITMAP bitmap = m_checkBitmaps.at(checked ? 1 : 0).get();
     if (!bitmap)
         return;
-    if (IsLowColourDisplay())
+    if (run.lowColour)
         copyBitmap(dc, bitmap, box.left, box.top);
     else
         AlphaBlendBitmap(dc, bitmap, box.left, box.top, m_checkSize.cx, m_checkSize.cy);

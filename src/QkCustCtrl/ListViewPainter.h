@@ -17,6 +17,7 @@ struct PaintedList {
     bool checkBoxes = false;
     int hotRow = -1;
     bool focusCue = false;  ///< the keyboard is in use, so the focused row is marked
+    bool grouped = false;   ///< its items stand in groups, which have headings
 };
 
 /// The row that the mouse is over, or -1. Where another window covers the list, there is none.
@@ -47,6 +48,12 @@ public:
     void Begin(const PaintedList& painted);
     /// The run is over; from here on everything is found out afresh.
     void End() { m_run.reset(); }
+    /// What the run paints; null between two runs.
+    [[nodiscard]] const PaintedList* Current() const { return m_run ? &m_run->painted : nullptr; }
+
+    /// The application has told the list the text of an item (LVN_GETDISPINFO). Within a run it
+    /// need not be asked once more.
+    void Hear(const LVITEMW& told);
 
     [[nodiscard]] LRESULT PaintHeaderItem(const NMCUSTOMDRAW& draw, HWND header) const;
     [[nodiscard]] LRESULT PaintRow(const NMLVCUSTOMDRAW& draw, const PaintedList& painted);
@@ -67,6 +74,12 @@ private:
         Text label{};
     };
 
+    struct ToldText {
+        int row = -1;
+        int subItem = -1;
+        Text text{};
+    };
+
     struct Column {
         RECT rect{};  ///< in client coordinates of the list; only left and right count
         bool rightAligned = false;
@@ -77,18 +90,22 @@ private:
         ListLengths lengths{0};
         bool highContrast = false;
         bool enabled = true;
+        bool lowColour = false;
         int firstDisplayed = 0;
         std::vector<std::optional<Column>> columns;  ///< by sub-item, each filled in when needed
         RowState row;                                ///< the one being painted
+        ToldText told;                               ///< the last text that was heard
     };
 
     [[nodiscard]] Run NewRun(const PaintedList& painted);
     [[nodiscard]] static const Column& ColumnOf(Run& run, int subItem);
+    [[nodiscard]] static const Text* ToldTextOf(const Run& run, int row, int subItem);
     [[nodiscard]] static RowState RowOf(const Run& run, const NMCUSTOMDRAW& draw);
+    [[nodiscard]] static Text CellText(const Run& run, int subItem);
     [[nodiscard]] static Face FaceOf(const Run& run);
     [[nodiscard]] static COLORREF TextColour(const Run& run, bool first);
     void PaintPictures(HDC dc, const CellParts& parts, const Run& run) const;
-    void PaintCheckBox(HDC dc, const Rect& box, bool checked) const;
+    void PaintCheckBox(HDC dc, const Rect& box, const Run& run) const;
     void LoadCheckBitmaps();
 
     HFONT m_listFont;                            ///< of the process's cache

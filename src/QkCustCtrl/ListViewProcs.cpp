@@ -41,9 +41,9 @@ void awaitLeave(HWND hwnd) {
 }
 
 /// Custom draw of something that is neither the list nor an item, which only newer controls have.
-bool isOfGroup(HWND list, const NMLVCUSTOMDRAW& draw) {
+bool isOfGroup(const PaintedList& painted, const NMLVCUSTOMDRAW& draw) {
     // A list without groups may come from a version whose record ends before the type.
-    return SendMessageW(list, LVM_ISGROUPVIEWENABLED, 0, 0) != 0 && draw.dwItemType == LVCDI_GROUP;
+    return painted.grouped && draw.dwItemType == LVCDI_GROUP;
 }
 
 /// Wine's list paints a mirrored window into a buffer that is not mirrored, and so copies it out
@@ -162,19 +162,23 @@ void QkFlatListView::UpdateHotHeaderItem() {
 
 LRESULT QkFlatListView::OnCustomDraw(const Message& message) {
     const auto& draw = *reinterpret_cast<const NMLVCUSTOMDRAW*>(message.lParam);
-    const bool ofHeader = draw.nmcd.hdr.hwndFrom == m_header;
-    if (!ofHeader && isOfGroup(m_hWnd, draw))
+    if (draw.nmcd.hdr.hwndFrom == m_header)
+        return OnHeaderDraw(draw.nmcd);
+    const PaintedList painted = m_painter->Current() ? *m_painter->Current() : Painted();
+    if (isOfGroup(painted, draw))
         return message.passOn();
     switch (draw.nmcd.dwDrawStage) {
-        case CDDS_PREPAINT:
-            if (!ofHeader)
-                beginList(draw.nmcd.hdc, m_hWnd);
-            return CDRF_NOTIFYITEMDRAW;
-        case CDDS_ITEMPREPAINT:
-            return ofHeader ? m_painter->PaintHeaderItem(draw.nmcd, m_header)
-                            : m_painter->PaintRow(draw, Painted());
-        case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
-            return ofHeader ? CDRF_DODEFAULT : m_painter->PaintCell(draw, Painted());
+        case CDDS_PREPAINT: beginList(draw.nmcd.hdc, m_hWnd); return CDRF_NOTIFYITEMDRAW;
+        case CDDS_ITEMPREPAINT: return m_painter->PaintRow(draw, painted);
+        case CDDS_ITEMPREPAINT | CDDS_SUBITEM: return m_painter->PaintCell(draw, painted);
+        default: return CDRF_DODEFAULT;
+    }
+}
+
+LRESULT QkFlatListView::OnHeaderDraw(const NMCUSTOMDRAW& draw) const {
+    switch (draw.dwDrawStage) {
+        case CDDS_PREPAINT: return CDRF_NOTIFYITEMDRAW;
+        case CDDS_ITEMPREPAINT: return m_painter->PaintHeaderItem(draw, m_header);
         default: return CDRF_DODEFAULT;
     }
 }
@@ -368,6 +372,10 @@ LRESULT CALLBACK QkFlatListView::ParentProc(HWND hwnd, UINT id, WPARAM wParam, L
     if (ofList && list->m_quiet && isItemChange(header.code))
         return FALSE;
     const LRESULT result = message.passOn();
+    if (ofList && header.code == LVN_GETDISPINFOW) {
+        if (auto* const still = livingControl<QkFlatListView>(window, referenceData))
+            still->m_painter->Hear(reinterpret_cast<const NMLVDISPINFOW*>(lParam)->item);
+    }
     const bool edits = header.code == LVN_BEGINLABELEDITW || header.code == LVN_BEGINLABELEDITA;
     if (ofList && edits && result == 0) {
         if (auto* const still = livingControl<QkFlatListView>(window, referenceData))

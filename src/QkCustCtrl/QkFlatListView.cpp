@@ -92,8 +92,13 @@ bool QkFlatListView::HasCheckBoxes() const {
 }
 
 PaintedList QkFlatListView::Painted() const {
-    return {m_hWnd,          m_header, m_savedSmallImages,
-            HasCheckBoxes(), m_hotRow, m_keyboard && GetFocus() == m_hWnd};
+    return {m_hWnd,
+            m_header,
+            m_savedSmallImages,
+            HasCheckBoxes(),
+            m_hotRow,
+            m_keyboard && GetFocus() == m_hWnd,
+            SendMessageW(m_hWnd, LVM_ISGROUPVIEWENABLED, 0, 0) != 0};
 }
 
 /// The control resets state images when its style changes, and some set a ground of their own.

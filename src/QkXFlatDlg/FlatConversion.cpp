@@ -119,7 +119,8 @@ void rebind(QkCustomControl& control, HWND child, const FlatChoice& choice,
     if (control.GetWindow())
         return;
     const ControlPtr like = makeControl(choice.kind, control.GetId(), description);
-    if (like && typeid(*like) == typeid(control))
+    const QkCustomControl* const made = like.get();
+    if (made && typeid(*made) == typeid(control))
         control.SetWindow(child);
 }
 
