@@ -114,8 +114,8 @@ TEST(Preview, GoesOnAfterAnAssertion) {
 }
 
 TEST(Preview, PutsPlainBesideFlat) {
-    const std::wstring out = folder() + L"PreviewTests";
-    const Outcome run = preview(L"PreviewFixture.dll --all PreviewTests");
+    const std::wstring out = folder() + L"PreviewTests\\new\\folder";
+    const Outcome run = preview(L"PreviewFixture.dll --all PreviewTests\\new\\folder");
     EXPECT_THAT(run.output, AllOf(HasSubstr("1 contact sheets"), Not(HasSubstr("GDI objects"))));
     for (const wchar_t* name : {L"100-0407", L"100-0409", L"101-0409", L"MAIN-0409"}) {
         const auto picture =

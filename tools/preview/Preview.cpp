@@ -1,6 +1,11 @@
 // Shows the dialogs of any program, plain and flat, before a line of its code is changed: lists
 // them, opens them, takes pictures of them, tells what became of their controls.
 
+#include "QkDlg/Win32.h"
+// Needs windows.h first.
+#include <shlobj.h>
+
+#include <array>
 #include <set>
 
 #include "common/CommandLine.h"
@@ -156,6 +161,17 @@ private:
     std::size_t faults_ = 0;
 };
 
+/// With the folders that it lies in. True as well when it is there already.
+bool makeFolder(const std::wstring& folder) {
+    std::array<wchar_t, MAX_PATH> path{};
+    const DWORD length = GetFullPathNameW(folder.c_str(), MAX_PATH, path.data(), nullptr);
+    if (length == 0 || length >= path.size())
+        return false;
+    SHCreateDirectoryExW(nullptr, path.data(), nullptr);
+    const DWORD attributes = GetFileAttributesW(path.data());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 int run() {
     const std::optional<Options> options = parseOptions(QkDlgTools::commandLineArguments());
     if (!options) {
@@ -166,8 +182,10 @@ int run() {
         return runWorker(*options);
     if (options->interactive())
         return runInteractive(*options);
-    if (!options->all.empty())
-        CreateDirectoryW(options->all.c_str(), nullptr);
+    if (!options->all.empty() && !makeFolder(options->all)) {
+        QkDlgTools::printError(options->all + L": the folder cannot be made\n", L"QkPreview");
+        return kExitFault;
+    }
     return Supervisor(*options).run();
 }
 
