@@ -258,7 +258,7 @@ TEST_F(DialogTest, HiddenParentOwnsNothingAndAVisibleOneIsTheMiddle) {
 }
 
 TEST_F(DialogTest, EveryTemplateRunsInTheDialogFont) {
-    for (const UINT32 id : {IDD_PLAIN, IDD_EXTENDED}) {
+    for (const UINT32 id : std::initializer_list<UINT32>{IDD_PLAIN, IDD_EXTENDED}) {
         TestDialog dialog(id);
         dialog.run([](TestDialog& open) {
             LOGFONTW font{};
