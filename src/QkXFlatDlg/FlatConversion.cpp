@@ -140,7 +140,6 @@ FlatChoice convertChild(HWND child, const std::vector<ControlDescription>& recor
     if (!control)
         return choice;
     control->SetWindow(child);
-    control->Refresh();
     registerControl(controls, std::move(control));
     return choice;
 }
