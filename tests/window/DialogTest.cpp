@@ -290,13 +290,13 @@ TEST_F(DialogTest, TemplateGrowsWhereTheFaceNeedsMoreThanItsSpareBytes) {
 
 TEST_F(DialogTest, ADialogOfTheHostsOwnMakingEndsInAnyOrder) {
     const auto make = [](TestDialog& dialog) {
-        return CreateDialogParamW(nullptr, MAKEINTRESOURCEW(IDD_FLAT), nullptr,
+        return CreateDialogParamW(nullptr, MAKEINTRESOURCEW(IDD_DEFAULT), nullptr,
                                   QkXDlg::GetDialogProc(), reinterpret_cast<LPARAM>(&dialog));
     };
-    TestDialog destroyed(IDD_FLAT, true);
-    DestroyWindow(make(destroyed));
+    TestDialog destroyed(IDD_DEFAULT, true);
+    EXPECT_TRUE(DestroyWindow(make(destroyed)));
     EXPECT_EQ(destroyed.window(), nullptr);
-    auto early = std::make_unique<TestDialog>(IDD_FLAT, true);
+    auto early = std::make_unique<TestDialog>(IDD_DEFAULT, true);
     const HWND orphan = make(*early);
     early.reset();
     ShowWindow(orphan, SW_SHOW);
