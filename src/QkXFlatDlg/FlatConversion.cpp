@@ -118,7 +118,8 @@ void rebind(QkCustomControl& control, HWND child, const FlatChoice& choice,
             Description description) {
     if (control.GetWindow())
         return;
-    const ControlPtr like = makeControl(choice.kind, control.GetId(), description);
+    const ControlPtr made = makeControl(choice.kind, control.GetId(), description);
+    const QkCustomControl* like = made.get();
     if (like && typeid(*like) == typeid(control))
         control.SetWindow(child);
 }
