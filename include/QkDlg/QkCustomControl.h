@@ -124,6 +124,9 @@ protected:
     RECT m_rcClip{};                     ///< bounds of the explicit focus rectangle
     RECT m_rcFocus{};                    ///< as CalcFocusRect found it
 
+    /// The standard control has got another font from somebody.
+    void ForgetGivenFont() { m_givenFont = nullptr; }
+
 private:
     struct TableColour {
         COLORREF QkCustomControl::*field;
@@ -131,6 +134,7 @@ private:
         COLORREF taken;
     };
     std::vector<TableColour> m_tableColours;
+    HFONT m_givenFont = nullptr;  ///< what DrawCaption gave the standard control
 };
 
 }  // namespace QkDlg

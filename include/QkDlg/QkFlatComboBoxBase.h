@@ -43,7 +43,7 @@ protected:
     HWND m_listWindow = nullptr;                      ///< the list
 
     int m_listOverhang = 0;  ///< how much wider the list is on each side of the item
-    int m_listGap = 0;       ///< how far it is below
+    int m_listGap = -1;      ///< how far it is below
 
 private:
     static LRESULT CALLBACK ComboProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,

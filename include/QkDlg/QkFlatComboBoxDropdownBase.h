@@ -14,7 +14,8 @@ class QkFlatComboBoxDropdownBase : public QkFlatComboBoxBase {
 public:
     ~QkFlatComboBoxDropdownBase() override;
 
-    /// The concrete class has set m_buttonWidth; 0 raises the assertion report.
+    /// The concrete class has loaded the arrow (UpdateImage) and set m_buttonWidth; a width of 0
+    /// raises the assertion report.
     void Attach(HWND hwnd) override;
     void Refresh() override;
     int OnAnimateColor(COLORREF colour) override;
@@ -32,10 +33,8 @@ protected:
     /// The ground and the button, without the border. `dc` has the client's coordinates.
     void PaintFace(HDC dc);
 
-    struct BitmapDeleter {
-        void operator()(HBITMAP bitmap) const;
-    };
-    using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
+    /// Combos that show the same picture share it.
+    using Bitmap = std::shared_ptr<std::remove_pointer_t<HBITMAP>>;
 
     int m_buttonWidth = 0;              ///< width of the arrow button
     RECT m_buttonRect{};                ///< the arrow button

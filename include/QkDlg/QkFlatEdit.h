@@ -43,9 +43,11 @@ protected:
     /// Leaves a standard edit behind, if it is still there. For destructors.
     void Release();
 
-    /// A child of the edit's parent at the place, behind all its siblings and not yet shown.
-    HWND CreateHelper(DWORD exStyle, const wchar_t* className, const RECT& place,
+    /// A sibling of the edit at the place, marked by the window property.
+    HWND CreateHelper(DWORD exStyle, const wchar_t* className, DWORD style, const RECT& place,
                       const wchar_t* property);
+    /// Behind all its siblings, shown or as it is.
+    static void PutBehind(HWND helper, bool show);
     /// Whether helper windows are shown from the start.
     [[nodiscard]] bool StartsShown() const;
 
@@ -88,6 +90,7 @@ private:
     LONG_PTR m_borderStyle = 0;     ///< what Attach took off: WS_BORDER or nothing
     LONG_PTR m_borderExStyle = 0;   ///< WS_EX_CLIENTEDGE or nothing
     int m_margin = 0;               ///< room between window edge and text where the border was
+    bool m_painting = false;        ///< the standard edit is about its WM_PAINT
     bool m_drawsOwnBorder = false;  ///< the standard edit has a border inside its client area
 };
 

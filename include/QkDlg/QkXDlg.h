@@ -21,8 +21,9 @@ using ControlMap = std::map<UINT32, std::unique_ptr<QkCustomControl>>;
 /// as wanted. Misuse of the library's own making (a missing child that must exist, a handler called
 /// without a dialog) raises the assertion report of src/QkXDlg.
 ///
-/// After EndDialog, and so after OnOK and OnCancel, m_hWnd is null while the last messages
-/// (WM_DESTROY among them) still arrive: an override that needs the window must look first.
+/// After EndDialog, and so after OnOK and OnCancel, m_hWnd is null while the last messages still
+/// arrive, WM_DESTROY among them and the EN_KILLFOCUS of the edit that had the focus: an override
+/// that needs the window or a child (GetItemText) must look first.
 class QkXDlg {
 public:
     /// A dialog without a wanted owner, centred, not flat.
@@ -116,11 +117,13 @@ private:
     static INT_PTR CALLBACK DialogProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Route(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
     bool RouteInitDialog(HWND hwnd);
+    INT_PTR RouteLast(HWND hwnd, WPARAM wParam, LPARAM lParam);
     bool RouteCommandMessage(WPARAM wParam, LPARAM lParam);
     INT_PTR RouteNotify(HWND hwnd, WPARAM wParam, LPARAM lParam);
     [[nodiscard]] QkCustomControl* ControlOf(HWND control) const;
     void AttachControls();
 
+    HWND m_boundWindow = nullptr;  ///< the window that knows this object, to its end
     std::unique_ptr<std::remove_pointer_t<HFONT>, FontDeleter> m_font;  ///< made for this dialog
 };
 

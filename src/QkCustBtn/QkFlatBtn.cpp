@@ -294,6 +294,9 @@ LRESULT CALLBACK QkFlatBtn::ButtonProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM
             button->Paint(paint.get());
             return 1;
         }
+        // Painting covers all of it.
+        case WM_ERASEBKGND: return 1;
+        case WM_SETFONT: button->ForgetGivenFont(); break;
         case WM_PRINTCLIENT: button->Paint(reinterpret_cast<HDC>(wParam)); return 1;
         case WM_FADECOLOR: return button->OnAnimateColor(static_cast<COLORREF>(lParam));
         case WM_ENABLE:

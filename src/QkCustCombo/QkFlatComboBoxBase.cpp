@@ -202,9 +202,9 @@ LRESULT CALLBACK QkFlatComboBoxBase::ComboProc(HWND hwnd, UINT id, WPARAM wParam
         case WM_PAINT: combo->OnPaint(); return 0;
         case WM_PRINTCLIENT: combo->Paint(reinterpret_cast<HDC>(wParam)); return 1;
         case WM_ERASEBKGND:
-            // The others cover their whole window; here the ground shows round edit and list.
+            // The others paint all of their window; here the ground shows round edit and list.
             if (!isOfStyle(hwnd, CBS_SIMPLE))
-                break;
+                return 1;
             eraseAsParent(hwnd, reinterpret_cast<HDC>(wParam));
             return 1;
         case WM_NCPAINT:
@@ -301,7 +301,7 @@ void QkFlatComboBoxBase::Attach(HWND hwnd) {
     if (!IsItsOwnItem())
         addStyle(hwnd, WS_CLIPCHILDREN);  // the combo must not paint over its edit
     removeShadow(m_listWindow);
-    AlignList(0, -1);
+    AlignList(m_listOverhang, m_listGap);
     installSubclass(hwnd, ComboProc, *this);
     installSubclass(m_listWindow, ListProc, *this);
 }
@@ -313,8 +313,9 @@ void QkFlatComboBoxBase::AlignList(int overhang, int gap) {
     const Rect item = fromWin32(windowRectIn(m_comboInfo.hwndItem, parent));
     const Rect list = listUnderItem(item, sizeOf(m_listWindow).height, {overhang, gap});
     MoveWindow(m_listWindow, list.left, list.top, list.width(), list.height(), FALSE);
-    RedrawWindow(m_hWnd, nullptr, nullptr,
-                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    if (IsWindowVisible(m_hWnd))
+        RedrawWindow(m_hWnd, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 }  // namespace QkDlg

@@ -1,5 +1,7 @@
 #include "QkDlg/QkFlatComboBoxDropdownBase.h"
 
+#include <map>
+
 #include "QkCustCombo/ComboLayout.h"
 #include "QkUtil/Bitmaps.h"
 #include "QkUtil/Canvas.h"
@@ -27,6 +29,19 @@ UniqueBitmap freshCopy(HBITMAP bitmap) {
     return UniqueBitmap(static_cast<HBITMAP>(copy));
 }
 
+using SharedBitmap = std::shared_ptr<std::remove_pointer_t<HBITMAP>>;
+
+/// Loading a picture is dear, and a dialog has many combos: what one of them has loaded serves the
+/// others as long as it is in use.
+SharedBitmap sharedBitmap(UINT id) {
+    static std::map<UINT, std::weak_ptr<SharedBitmap::element_type>> loaded;
+    if (SharedBitmap known = loaded[id].lock())
+        return known;
+    SharedBitmap bitmap(LoadBitmapResource(id));
+    loaded[id] = bitmap;
+    return bitmap;
+}
+
 void requestMouseLeave(HWND hwnd) {
     TRACKMOUSEEVENT track{};
     track.cbSize = sizeof track;
@@ -37,11 +52,10 @@ void requestMouseLeave(HWND hwnd) {
 
 }  // namespace
 
-void QkFlatComboBoxDropdownBase::BitmapDeleter::operator()(HBITMAP bitmap) const {
-    DeleteObject(bitmap);
+QkFlatComboBoxDropdownBase::QkFlatComboBoxDropdownBase(UINT id) : QkFlatComboBoxBase(id) {
+    m_listOverhang = kListOverhang;
+    m_listGap = kListGap;
 }
-
-QkFlatComboBoxDropdownBase::QkFlatComboBoxDropdownBase(UINT id) : QkFlatComboBoxBase(id) {}
 
 QkFlatComboBoxDropdownBase::~QkFlatComboBoxDropdownBase() = default;
 
@@ -83,7 +97,7 @@ void QkFlatComboBoxDropdownBase::DrawArrow(HDC dc, int x, int y) {
         return;
     }
     const Bitmap& kept = state.enabled ? m_arrowBitmap : m_arrowBitmapDisabled;
-    m_readyArrow.reset(freshCopy(kept.get()).release());
+    m_readyArrow = freshCopy(kept.get());
     m_readyState = state;
     if (m_readyArrow)
         DrawImage(dc, m_readyArrow.get(), x, y);
@@ -119,8 +133,8 @@ void QkFlatComboBoxDropdownBase::LayOutButton() {
 void QkFlatComboBoxDropdownBase::UpdateImage() {
     m_readyArrow.reset();
     const unsigned bucket = dpiBucket(screenDpi());
-    m_arrowBitmap.reset(LoadBitmapResource(kFirstArrowId + bucket).release());
-    m_arrowBitmapDisabled.reset(LoadBitmapResource(kFirstDisabledArrowId + bucket).release());
+    m_arrowBitmap = sharedBitmap(kFirstArrowId + bucket);
+    m_arrowBitmapDisabled = sharedBitmap(kFirstDisabledArrowId + bucket);
     const Size arrow = bitmapSize(m_arrowBitmap.get());
     m_arrowSize = {arrow.width, arrow.height};
 }
@@ -166,9 +180,7 @@ void QkFlatComboBoxDropdownBase::Attach(HWND hwnd) {
     m_fade.Stop();
     m_tracking = false;
     m_hoverColour = kNoColor;
-    UpdateImage();
     LayOutButton();
-    AlignList(kListOverhang, kListGap);
 }
 
 }  // namespace QkDlg

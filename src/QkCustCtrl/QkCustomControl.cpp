@@ -58,6 +58,7 @@ void QkCustomControl::Attach(HWND hwnd) {
     m_hWnd = hwnd;
     // An object may be bound again: nothing is left of the last window's mouse.
     m_bPressed = false;
+    ForgetGivenFont();
     m_clrAnim = kNoColor;
     m_clrCurBorder = m_clrBorder;
     if (m_fontFace.empty()) {
@@ -89,7 +90,8 @@ void QkCustomControl::OnReserved7(UINT, UINT) {}
 void QkCustomControl::OnSetCheck(bool) {}
 
 void QkCustomControl::Refresh() {
-    if (m_hWnd)
+    // A window that is shown later is painted whole then.
+    if (m_hWnd && IsWindowVisible(m_hWnd))
         InvalidateRect(m_hWnd, nullptr, FALSE);
 }
 
@@ -221,7 +223,10 @@ void QkCustomControl::DrawCaption(HDC hdc, const std::wstring& text, const RECT&
     if (!font)
         QkLib::reportAssertFailure(kNoFont);
     // The standard control measures in the font that it shows; no redraw, this is the drawing.
-    SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    if (m_givenFont != font) {
+        SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+        m_givenFont = font;
+    }
     const Selection selected(hdc, font);
     ::SetTextColor(hdc, StateTextColor());
     const UINT flags = alignment | TextFlags();

@@ -24,7 +24,8 @@ constexpr UINT kFrameChanged =
 /// Clears bits of a window's style or extended style; returns which of them were set.
 LONG_PTR takeStyle(HWND hwnd, int index, LONG_PTR bits) {
     const LONG_PTR style = GetWindowLongPtrW(hwnd, index);
-    SetWindowLongPtrW(hwnd, index, style & ~bits);
+    if ((style & bits) != 0)
+        SetWindowLongPtrW(hwnd, index, style & ~bits);
     return style & bits;
 }
 
@@ -219,7 +220,8 @@ LRESULT QkFlatEdit::HandleCommon(const Message& message) {
             break;
         case WM_NCPAINT: {
             const LRESULT result = message.passOn();
-            if (IsBound(this, message.hwnd))
+            // Within a paint the margin follows.
+            if (IsBound(this, message.hwnd) && !m_painting)
                 PaintMargin();
             return result;
         }
@@ -237,10 +239,13 @@ LRESULT QkFlatEdit::HandleCommon(const Message& message) {
             if (message.wParam != 0)
                 break;
             CoverOwnBorder();
+            m_painting = true;
             const LRESULT result = message.passOn();
+            if (!IsBound(this, message.hwnd))
+                return result;
+            m_painting = false;
             // The host may have changed its answer since the last WM_NCPAINT.
-            if (IsBound(this, message.hwnd))
-                PaintMargin();
+            PaintMargin();
             return result;
         }
         default: break;
@@ -304,6 +309,7 @@ void QkFlatEdit::Prepare(HWND hwnd) {
     m_drawsOwnBorder = drawsOwnBorder(hwnd);
     m_borderExStyle = takeStyle(hwnd, GWL_EXSTYLE, WS_EX_CLIENTEDGE);
     QkCustomControl::Attach(hwnd);
+    m_painting = false;
     if (!m_cueText.empty())
         SendMessageW(hwnd, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(m_cueText.c_str()));
     m_frameRect = windowRectIn(hwnd, GetParent(hwnd));
@@ -332,36 +338,42 @@ void QkFlatEdit::ShowNewLook() {
     const HWND edit = m_hWnd;
     answerColoursForParent(*this);
     SetWindowPos(edit, nullptr, 0, 0, 0, 0, kFrameChanged);
-    RedrawWindow(edit, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW);
+    if (IsWindowVisible(edit))
+        RedrawWindow(edit, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW);
 }
 
 bool QkFlatEdit::StartsShown() const {
     return !m_startHidden && (GetWindowLongPtrW(m_hWnd, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
-HWND QkFlatEdit::CreateHelper(DWORD exStyle, const wchar_t* className, const RECT& place,
-                              const wchar_t* property) {
+HWND QkFlatEdit::CreateHelper(DWORD exStyle, const wchar_t* className, DWORD style,
+                              const RECT& place, const wchar_t* property) {
     const Rect rect = fromWin32(place);
     const HWND helper =
-        CreateWindowExW(exStyle, className, nullptr, WS_CHILD, rect.left, rect.top, rect.width(),
+        CreateWindowExW(exStyle, className, nullptr, style, rect.left, rect.top, rect.width(),
                         rect.height(), GetParent(m_hWnd), nullptr, GetModuleHandleW(nullptr), this);
     if (!helper)
         return nullptr;
     SetPropW(helper, property, reinterpret_cast<HANDLE>(1));
-    SetWindowPos(helper, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
     return helper;
+}
+
+void QkFlatEdit::PutBehind(HWND helper, bool show) {
+    SetWindowPos(helper, HWND_BOTTOM, 0, 0, 0, 0,
+                 SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | (show ? SWP_SHOWWINDOW : 0U));
 }
 
 void QkFlatEdit::CreateFrame(bool withEye) {
     const Rect frame = frameRectAround(fromWin32(m_frameRect), m_frameWidth, withEye);
-    m_frameWindow = CreateHelper(0, WC_STATICW, toWin32(frame), kFrameProperty);
+    // Disabled, it never takes the mouse.
+    m_frameWindow =
+        CreateHelper(0, WC_STATICW, WS_CHILD | WS_DISABLED, toWin32(frame), kFrameProperty);
     if (!m_frameWindow)
         return;
-    EnableWindow(m_frameWindow, FALSE);  // it never takes the mouse
     installSubclass(m_frameWindow, FrameProc, *this);
-    // Only now: a bare static would have drawn itself over the edit.
-    if (StartsShown())
-        ShowWindow(m_frameWindow, SW_SHOWNA);
+    // Shown only now: a bare static would have drawn itself over the edit.
+    PutBehind(m_frameWindow, StartsShown());
 }
 
 void QkFlatEdit::DestroyFrame() {

@@ -359,10 +359,11 @@ LRESULT CALLBACK QkFlatPassword::EyeProc(HWND hwnd, UINT id, WPARAM wParam, LPAR
 // Attach
 
 void QkFlatPassword::CreateEye() {
-    m_eyeButton = CreateHelper(WS_EX_TRANSPARENT, WC_BUTTONW,
+    m_eyeButton = CreateHelper(WS_EX_TRANSPARENT, WC_BUTTONW, WS_CHILD,
                                toWin32(eyeRect(fromWin32(m_frameRect))), kEyeProperty);
     if (!m_eyeButton)
         return;
+    PutBehind(m_eyeButton, false);
     EnableWindow(m_eyeButton, TRUE);
     installSubclass(m_eyeButton, EyeProc, *this);
     if (StartsShown())

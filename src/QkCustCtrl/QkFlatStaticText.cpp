@@ -16,15 +16,11 @@ namespace QkDlg {
 
 namespace {
 
-bool isShown(HWND hwnd) {
-    return (GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_VISIBLE) != 0;
-}
-
 /// Paints the label afresh together with what lies behind it: it has no ground of its own, so a
 /// new text would stand on top of the old one.
 void repaintWithGround(HWND hwnd) {
     const HWND parent = GetParent(hwnd);
-    if (!parent || !isShown(hwnd))
+    if (!parent || !IsWindowVisible(hwnd))
         return;
     const RECT area = windowRectIn(hwnd, parent);
     RedrawWindow(parent, &area, nullptr,
@@ -140,7 +136,7 @@ void QkFlatStaticText::FillGround() {
 // Fitting
 
 void QkFlatStaticText::UseFont() {
-    SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(ControlFont()), TRUE);
+    SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(ControlFont()), FALSE);
 }
 
 void QkFlatStaticText::FitText(const std::wstring& text) {

@@ -40,6 +40,8 @@ INT_PTR CALLBACK QkXDlg::DialogProc(HWND hwnd, UINT message, WPARAM wParam, LPAR
     if (message == WM_INITDIALOG)
         SetWindowLongPtrW(hwnd, DWLP_USER, lParam);
     auto* dialog = reinterpret_cast<QkXDlg*>(GetWindowLongPtrW(hwnd, DWLP_USER));
+    if (dialog && message == WM_NCDESTROY)
+        return dialog->RouteLast(hwnd, wParam, lParam);
     return dialog ? dialog->Route(hwnd, message, wParam, lParam) : 0;
 }
 
@@ -76,8 +78,18 @@ INT_PTR QkXDlg::Route(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool QkXDlg::RouteInitDialog(HWND hwnd) {
     m_hWnd = hwnd;
+    m_boundWindow = hwnd;
     const FlagScope initialising(m_bInitialising);
     return OnInitDialog();
+}
+
+// A host that made the dialog itself may destroy it without EndDialog: no handle is left behind.
+INT_PTR QkXDlg::RouteLast(HWND hwnd, WPARAM wParam, LPARAM lParam) {
+    SetWindowLongPtrW(hwnd, DWLP_USER, 0);
+    m_boundWindow = nullptr;
+    if (m_hWnd == hwnd)
+        m_hWnd = nullptr;
+    return OnMessage(WM_NCDESTROY, wParam, lParam);
 }
 
 // The whole wParam counts: a notification of another kind from the OK button (a double click, say)

@@ -4,6 +4,7 @@
 #include "QkDlg/QkXAppGlobals.h"
 #include "QkUtil/ObjectCheck.h"
 #include "QkUtil/OsVersion.h"
+#include "QkUtil/WindowClass.h"
 #include "QkUtil/WindowPlacement.h"
 #include "QkUtil/WindowText.h"
 #include "QkXFlatDlg/FlatConversion.h"
@@ -58,7 +59,11 @@ QkXDlg::QkXDlg(UINT32 templateId, HWND parent, UINT32 callerValue, bool centreOn
     static_cast<void>(osVersion());
 }
 
-QkXDlg::~QkXDlg() = default;
+QkXDlg::~QkXDlg() {
+    // A dialog that is still there goes on without its object.
+    if (m_boundWindow)
+        SetWindowLongPtrW(m_boundWindow, DWLP_USER, 0);
+}
 
 int QkXDlg::DoModal() {
     requireObject(this);
@@ -218,6 +223,10 @@ INT_PTR QkXDlg::OnCtlColorStatic(HWND control, HDC dc) {
         return 0;
     if (QkCustomControl* flat = ControlOf(control))
         return asResult(flat->OnCtlColor(dc, control));
+    // A read-only or disabled edit asks like a label, but without a ground old text would stay
+    // under the new.
+    if (windowClassIs(control, WC_EDITW))
+        return 0;
     SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
     return asResult(GetStockObject(kFillsNothing));

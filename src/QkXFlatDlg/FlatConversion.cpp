@@ -118,9 +118,9 @@ void rebind(QkCustomControl& control, HWND child, const FlatChoice& choice,
             Description description) {
     if (control.GetWindow())
         return;
-    const ControlPtr like = makeControl(choice.kind, control.GetId(), description);
-    const QkCustomControl* const made = like.get();
-    if (made && typeid(*made) == typeid(control))
+    const ControlPtr made = makeControl(choice.kind, control.GetId(), description);
+    const QkCustomControl* like = made.get();
+    if (like && typeid(*like) == typeid(control))
         control.SetWindow(child);
 }
 
@@ -141,7 +141,6 @@ FlatChoice convertChild(HWND child, const std::vector<ControlDescription>& recor
     if (!control)
         return choice;
     control->SetWindow(child);
-    control->Refresh();
     registerControl(controls, std::move(control));
     return choice;
 }

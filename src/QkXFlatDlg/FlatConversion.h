@@ -10,8 +10,8 @@ namespace QkDlg {
 
 /// What the conversion did with one child window.
 struct ConvertedChild {
-    HWND hwnd;
-    UINT32 id;
+    HWND hwnd = nullptr;
+    UINT32 id = 0;
     FlatChoice choice;
 };
 

@@ -311,6 +311,7 @@ TEST_F(ButtonTest, MirroredDialogMirrorsPlacesNotLetters) {
         const HWND button =
             host.add(L"button", L"Left", style, scaledArea(30, 30, 100, 30), kFirst);
         QkFlatBtn control(kFirst);
+        control.SetFont(L"Segoe UI", 9, FW_NORMAL);
         control.Attach(button);
         drain();
         return onScreen(button);

@@ -1,4 +1,5 @@
 #include <array>
+#include <utility>
 
 #include "Exports/ControlFactory.h"
 #include "QkDlg/DialogFonts.h"
@@ -181,6 +182,8 @@ TEST(Fonts, AreSharedByDescription) {
 TEST(Fonts, DialogFontIsTheLibrarysUntilADescriptionSetsAnother) {
     std::array<wchar_t, 32> face{};
     int size = 0;
+    loadDialogDefaults();
+    const DialogDefaults ofThisProgram = std::exchange(dialogDefaults(), {});
     EXPECT_TRUE(GetDialogFont(face.data(), 32, size));
     EXPECT_STREQ(face.data(), L"Segoe UI");
     EXPECT_EQ(size, 9);
@@ -193,7 +196,7 @@ TEST(Fonts, DialogFontIsTheLibrarysUntilADescriptionSetsAnother) {
     button.Attach(host.window());
     EXPECT_EQ(button.GetFontFace(), L"Tahoma") << "also what Attach fills in";
     EXPECT_EQ(button.GetFontSize(), 11);
-    dialogDefaults() = {};
+    dialogDefaults() = ofThisProgram;
 }
 
 TEST(Strings, AreFoundInTheModuleOfTheClasses) {

@@ -288,6 +288,22 @@ TEST_F(DialogTest, TemplateGrowsWhereTheFaceNeedsMoreThanItsSpareBytes) {
     DestroyWindow(window);
 }
 
+TEST_F(DialogTest, ADialogOfTheHostsOwnMakingEndsInAnyOrder) {
+    const auto make = [](TestDialog& dialog) {
+        return CreateDialogParamW(nullptr, MAKEINTRESOURCEW(IDD_DEFAULT), nullptr,
+                                  QkXDlg::GetDialogProc(), reinterpret_cast<LPARAM>(&dialog));
+    };
+    TestDialog destroyed(IDD_DEFAULT, true);
+    EXPECT_TRUE(DestroyWindow(make(destroyed)));
+    EXPECT_EQ(destroyed.window(), nullptr);
+    auto early = std::make_unique<TestDialog>(IDD_DEFAULT, true);
+    const HWND orphan = make(*early);
+    early.reset();
+    ShowWindow(orphan, SW_SHOW);
+    pump(20);
+    EXPECT_TRUE(DestroyWindow(orphan));
+}
+
 // Flat
 
 TEST_F(DialogTest, EveryRowOfTheConversionMakesItsControl) {
@@ -378,6 +394,9 @@ TEST_F(DialogTest, ColoursComeFromTheControlThatAsks) {
         const HWND second = FindWindowExW(open.window(), nullptr, L"Static", L"Second of many");
         EXPECT_EQ(ask(WM_CTLCOLORSTATIC, second),
                   (std::pair(nullPen, GetSysColor(COLOR_WINDOWTEXT))));
+        const HWND readOnly = CreateWindowExW(0, L"Edit", L"", WS_CHILD | ES_READONLY, 0, 0, 9, 9,
+                                              open.window(), nullptr, nullptr, nullptr);
+        EXPECT_EQ(ask(WM_CTLCOLORSTATIC, readOnly).first, 0) << "an edit needs a ground";
         EXPECT_EQ(ask(WM_CTLCOLORBTN, open.GetItem(IDC_UNKNOWN, true)).first, 0);
         const auto white = reinterpret_cast<INT_PTR>(GetStockObject(WHITE_BRUSH));
         EXPECT_EQ(ask(WM_CTLCOLORDLG, open.window()).first, white);

@@ -153,8 +153,9 @@ TEST_F(ScrollbarTest, HostThatKnowsNothingOfItIsAnsweredAsByAStandardBar) {
               Box(arrow_, arrow_ + 160, arrow_ + 240, 0));
     set(SIF_PAGE | SIF_DISABLENOSCROLL, 0, 100);
     GetScrollBarInfo(bar_, OBJID_CLIENT, &bar);
-    EXPECT_EQ(Box(bar.rgstate[1], bar.rgstate[3], bar.rgstate[4], 0),
-              Box(STATE_SYSTEM_UNAVAILABLE, 0, STATE_SYSTEM_INVISIBLE, 0));
+    EXPECT_EQ(bar.rgstate[1], DWORD{STATE_SYSTEM_UNAVAILABLE});
+    EXPECT_EQ(bar.rgstate[3], 0U);
+    EXPECT_EQ(bar.rgstate[4], DWORD{STATE_SYSTEM_INVISIBLE});
     EXPECT_EQ(clicked(-2), "");
     EXPECT_TRUE(EnableScrollBar(bar_, SB_CTL, ESB_DISABLE_BOTH));
     EXPECT_EQ(colourAt(10), RGB(246, 246, 246)) << "the disabled thumb that fills the track";

@@ -1,0 +1,215 @@
+// Runs a dialog of its own with real mouse and keyboard, prints which handler got what, and ends
+// with 0 if each input reached the handler that it should and the controls look flat.
+#include <QkDlg/QkFlatToggleBtn.h>
+#include <QkDlg/QkXDlg.h>
+
+#include <cstdio>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <utility>
+
+namespace {
+
+using QkDlg::QkXDlg;
+
+constexpr UINT kDialog = 120;
+constexpr int kEdit = 1001;
+constexpr int kCheck = 1002;
+constexpr int kSwitch = 1003;
+
+int failures = 0;
+
+void check(bool good, const char* what) {
+    std::printf("%s %s\n", good ? "ok    " : "FAILED", what);
+    failures += good ? 0 : 1;
+}
+
+class HostDialog : public QkXDlg {
+public:
+    explicit HostDialog(bool flat) : QkXDlg(kDialog) { m_bFlat = flat; }
+
+    /// What the handlers have been told since the last question.
+    std::string heard() {
+        const std::scoped_lock lock(m_mutex);
+        return std::exchange(m_heard, {});
+    }
+    [[nodiscard]] HWND window() const { return m_shown; }
+
+    bool OnInitDialog() override {
+        const bool result = QkXDlg::OnInitDialog();
+        m_shown = m_hWnd;
+        note("OnInitDialog");
+        return result;
+    }
+    bool OnOK() override { return note("OnOK"), QkXDlg::OnOK(); }
+    bool OnCancel() override { return note("OnCancel"), QkXDlg::OnCancel(); }
+    bool OnHelp() override { return note("OnHelp"), QkXDlg::OnHelp(); }
+    bool OnClose() override { return note("OnClose"), QkXDlg::OnClose(); }
+    bool OnContextMenu(WPARAM w, LPARAM l) override {
+        return note(l == -1 ? "OnContextMenu key" : "OnContextMenu mouse"),
+               QkXDlg::OnContextMenu(w, l);
+    }
+    bool OnCommand(WPARAM w, LPARAM l) override {
+        note("OnCommand " + std::to_string(LOWORD(w)) + " " + std::to_string(HIWORD(w)));
+        return QkXDlg::OnCommand(w, l);
+    }
+    bool OnSizing(UINT edge, LPARAM l) override {
+        return note("OnSizing"), QkXDlg::OnSizing(edge, l);
+    }
+    bool OnSize(UINT type, int w, int h) override {
+        return note("OnSize"), QkXDlg::OnSize(type, w, h);
+    }
+    bool OnGetMinMaxInfo(LPARAM l) override {
+        return note("OnGetMinMaxInfo"), QkXDlg::OnGetMinMaxInfo(l);
+    }
+    bool OnColorsChanged() override { return note("OnColorsChanged"), QkXDlg::OnColorsChanged(); }
+
+private:
+    void note(const std::string& call) {
+        const std::scoped_lock lock(m_mutex);
+        m_heard += call + ';';
+    }
+
+    std::mutex m_mutex;
+    std::string m_heard;
+    HWND m_shown = nullptr;
+};
+
+// Input, sent from a second thread while the dialog runs in the first
+
+void send(INPUT input) {
+    SendInput(1, &input, sizeof input);
+    Sleep(30);
+}
+
+void key(WORD code, DWORD flags = 0) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki = {code, static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC)), flags, 0, 0};
+    send(input);
+}
+
+void tap(WORD code, WORD with = 0) {
+    if (with)
+        key(with);
+    key(code);
+    key(code, KEYEVENTF_KEYUP);
+    if (with)
+        key(with, KEYEVENTF_KEYUP);
+}
+
+void mouse(DWORD flags, POINT to) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dx = (to.x * 65536 + 32768) / GetSystemMetrics(SM_CXSCREEN);
+    input.mi.dy = (to.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
+    input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+    send(input);
+}
+
+COLORREF pixel(HWND window, int x, int y) {
+    const HDC dc = GetDC(window);
+    const COLORREF colour = GetPixel(dc, x, y);
+    ReleaseDC(window, dc);
+    return colour;
+}
+
+/// Waits until the handlers have heard `wanted`.
+void expectHeard(HostDialog& dialog, const char* what, const std::string& wanted) {
+    std::string all;
+    for (int tries = 0; tries < 100 && all.find(wanted) == std::string::npos; ++tries) {
+        all += dialog.heard();
+        Sleep(30);
+    }
+    check(all.find(wanted) != std::string::npos, (std::string(what) + ": " + all).c_str());
+}
+
+HWND focused(HWND dialog) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
+    return info.hwndFocus;
+}
+
+void expectFlat(const HostDialog& dialog, bool flat) {
+    const HWND ok = GetDlgItem(dialog.window(), IDOK);
+    check((pixel(ok, 5, 5) == QkDlg::GetUIColor(QkDlg::UICLR_ACCENT)) == flat, "accent on OK");
+    check((pixel(dialog.window(), 2, 2) == RGB(255, 255, 255)) == flat, "white ground");
+    check((dynamic_cast<QkDlg::QkFlatToggleBtn*>(dialog.FindControl(kSwitch)) != nullptr) == flat,
+          "a switch as described");
+    LOGFONTW font{};
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(dialog.window(), WM_GETFONT, 0, 0)),
+               sizeof font, &font);
+    check(std::wstring(font.lfFaceName) == L"Tahoma", "the described font");
+}
+
+void useDialog(HostDialog& dialog) {
+    const HWND window = dialog.window();
+    for (const wchar_t* letter = L"ABC"; *letter; ++letter)
+        tap(static_cast<WORD>(*letter));
+    expectHeard(dialog, "typing", "OnCommand 1001 768");
+    check(dialog.GetItemText(kEdit) == L"abc", "the text is there");
+    tap(VK_TAB);
+    expectHeard(dialog, "Tab", "OnCommand 1001 512");
+    check(focused(window) == GetDlgItem(window, kCheck), "Tab reached the check box");
+    tap(VK_SPACE);
+    expectHeard(dialog, "space", "OnCommand 1002 0");
+    check(IsDlgButtonChecked(window, kCheck) == BST_CHECKED, "the check box is checked");
+    tap(VK_F1);
+    expectHeard(dialog, "F1", "OnHelp");
+    RECT at{};
+    GetWindowRect(window, &at);
+    const POINT inside{at.right - 20, at.bottom - 20};
+    mouse(MOUSEEVENTF_RIGHTDOWN, inside);
+    mouse(MOUSEEVENTF_RIGHTUP, inside);
+    expectHeard(dialog, "right click", "OnContextMenu mouse");
+    tap(VK_F10, VK_SHIFT);
+    expectHeard(dialog, "Shift+F10", "OnContextMenu key");
+    // Wine opens the window menu as well; a click on the ground closes it.
+    mouse(MOUSEEVENTF_LEFTDOWN, inside);
+    mouse(MOUSEEVENTF_LEFTUP, inside);
+
+    const POINT corner{at.right - 2, at.bottom - 2};
+    mouse(MOUSEEVENTF_LEFTDOWN, corner);
+    mouse(0, {corner.x + 30, corner.y + 20});
+    mouse(MOUSEEVENTF_LEFTUP, {corner.x + 30, corner.y + 20});
+    expectHeard(dialog, "dragging the corner", "OnSizing;OnGetMinMaxInfo;OnSize;");
+    const INT element = COLOR_HIGHLIGHT;
+    const COLORREF colour = GetSysColor(element);
+    SetSysColors(1, &element, &colour);
+    expectHeard(dialog, "new system colours", "OnColorsChanged");
+    SendMessageW(window, WM_THEMECHANGED, 0, 0);
+    expectHeard(dialog, "another theme", "OnColorsChanged");
+}
+
+/// One run of the dialog; `last` ends it.
+template <typename Last>
+void run(HostDialog& dialog, int wanted, const char* handler, Last last) {
+    std::thread user([&] {
+        expectHeard(dialog, "opening", "OnInitDialog");
+        Sleep(300);
+        expectFlat(dialog, dialog.IsFlat());
+        last();
+        expectHeard(dialog, "ending", handler);
+    });
+    check(dialog.DoModal() == wanted, handler);
+    user.join();
+}
+
+}  // namespace
+
+int main() {
+    HostDialog standard(false);
+    run(standard, IDCANCEL, "OnCancel", [] { tap(VK_ESCAPE); });
+    HostDialog flat(true);
+    run(flat, IDOK, "OnOK", [&] {
+        useDialog(flat);
+        tap(VK_TAB, VK_SHIFT);
+        tap(VK_RETURN);
+    });
+    run(flat, IDCANCEL, "OnCancel", [] { tap(VK_ESCAPE); });
+    run(flat, IDCANCEL, "OnClose;OnCancel", [] { tap(VK_F4, VK_MENU); });
+    std::printf("%d failed\n", failures);
+    return failures ? 1 : 0;
+}
