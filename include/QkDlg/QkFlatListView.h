@@ -62,6 +62,8 @@ private:
     void FollowView();
     void FollowHeader();
     void FollowHeaderDrag(UINT32 savedBefore);
+    void OnDestroy();
+    void Release();
     void Unbind();
 
     LRESULT SetImages(const Message& message);
@@ -84,6 +86,7 @@ private:
     UINT32 m_savedExStyle = 0;  ///< the application's
     COLORREF m_savedGround = 0;
     bool m_flatMode = false;
+    bool m_ending = false;      ///< the list is being destroyed
     bool m_knowsViews = false;  ///< the list answers LVM_GETVIEW
     bool m_quiet = false;       ///< the parent does not hear of changed items
     bool m_keyboard = false;    ///< the last input was the keyboard's

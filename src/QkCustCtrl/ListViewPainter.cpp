@@ -1,5 +1,7 @@
 #include "QkCustCtrl/ListViewPainter.h"
 
+#include <utility>
+
 #include "QkDlg/DialogFonts.h"
 #include "QkDlg/ImageIdList.h"
 #include "QkDlg/UiColors.h"
@@ -253,8 +255,12 @@ ListViewPainter::Run ListViewPainter::NewRun(const PaintedList& painted) {
     return run;
 }
 
-void ListViewPainter::Begin(const PaintedList& painted) {
-    m_run = NewRun(painted);
+std::optional<ListViewPainter::Run> ListViewPainter::Begin(const PaintedList& painted) {
+    return std::exchange(m_run, NewRun(painted));
+}
+
+void ListViewPainter::End(std::optional<Run> outer) {
+    m_run = std::move(outer);
 }
 
 const ListViewPainter::Column& ListViewPainter::ColumnOf(Run& run, int subItem) {

@@ -34,6 +34,8 @@ void fillListGround(HDC dc, const RECT& rect);
 /// Paints the items of a header and the rows and cells of a list, as NM_CUSTOMDRAW asks for them.
 /// The results are those to answer it with.
 class ListViewPainter {
+    struct Run;
+
 public:
     /// What a row or a header item is filled with and framed in.
     struct Face {
@@ -43,10 +45,11 @@ public:
 
     ListViewPainter();
 
-    /// A run of painting begins: what is the same for all its rows is found out once.
-    void Begin(const PaintedList& painted);
-    /// The run is over; from here on everything is found out afresh.
-    void End() { m_run.reset(); }
+    /// A run of painting begins: what is the same for all its rows is found out once. Returns the
+    /// run that this one interrupts, as when the host answers for a text by opening a dialog.
+    [[nodiscard]] std::optional<Run> Begin(const PaintedList& painted);
+    /// The run is over, and the one that it interrupted goes on.
+    void End(std::optional<Run> outer);
 
     [[nodiscard]] LRESULT PaintHeaderItem(const NMCUSTOMDRAW& draw, HWND header) const;
     [[nodiscard]] LRESULT PaintRow(const NMLVCUSTOMDRAW& draw, const PaintedList& painted);
