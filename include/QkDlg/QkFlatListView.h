@@ -33,7 +33,8 @@ public:
     explicit QkFlatListView(UINT id);
     ~QkFlatListView() override;
 
-    /// Subclasses the list, its parent and, when there is one, its header.
+    /// Subclasses the list, its parent and, when there is one, its header. A list that the object
+    /// had before is given back.
     void Attach(HWND hwnd) override;
 
     /// Whether the list is in report view and so painted flat.

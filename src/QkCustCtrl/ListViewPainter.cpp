@@ -288,6 +288,7 @@ ListViewPainter::RowState ListViewPainter::RowOf(const Run& run, const NMCUSTOMD
     item.iItem = static_cast<int>(draw.dwItemSpec);
     readText(run.painted.list, item, row.label);
     row.row = item.iItem;
+    row.rect = draw.rc;
     row.state = item.state;
     row.image = item.iImage;
     if ((row.state & (LVIS_SELECTED | LVIS_DROPHILITED)) != 0 ||
@@ -337,7 +338,7 @@ LRESULT ListViewPainter::PaintCell(const NMLVCUSTOMDRAW& draw, const PaintedList
     if (run.row.row != static_cast<int>(draw.nmcd.dwItemSpec))
         run.row = RowOf(run, draw.nmcd);
     const Column& column = ColumnOf(run, draw.iSubItem);
-    const Rect cell{column.rect.left, draw.nmcd.rc.top, column.rect.right, draw.nmcd.rc.bottom};
+    const Rect cell{column.rect.left, run.row.rect.top, column.rect.right, run.row.rect.bottom};
     if (!hasArea(toWin32(cell)))
         return CDRF_SKIPDEFAULT;
 

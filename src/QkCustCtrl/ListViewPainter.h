@@ -64,6 +64,7 @@ private:
     /// What the list says of a row in one answer, as each question takes its time.
     struct RowState {
         int row = -1;
+        RECT rect{};  ///< of the row: not every version of the control tells that of a cell
         RowLook look = RowLook::Plain;
         UINT state = 0;
         int image = I_IMAGENONE;
