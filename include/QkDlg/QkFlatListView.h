@@ -33,7 +33,8 @@ public:
     explicit QkFlatListView(UINT id);
     ~QkFlatListView() override;
 
-    /// Subclasses the list, its parent and, when there is one, its header.
+    /// Subclasses the list, its parent and, when there is one, its header. A list that the object
+    /// had before is given back.
     void Attach(HWND hwnd) override;
 
     /// Whether the list is in report view and so painted flat.
@@ -62,6 +63,8 @@ private:
     void FollowView();
     void FollowHeader();
     void FollowHeaderDrag(UINT32 savedBefore);
+    void OnDestroy();
+    void Release();
     void Unbind();
 
     LRESULT SetImages(const Message& message);
@@ -85,6 +88,7 @@ private:
     UINT32 m_savedExStyle = 0;  ///< the application's
     COLORREF m_savedGround = 0;
     bool m_flatMode = false;
+    bool m_ending = false;      ///< the list is being destroyed
     bool m_knowsViews = false;  ///< the list answers LVM_GETVIEW
     bool m_quiet = false;       ///< the parent does not hear of changed items
     bool m_keyboard = false;    ///< the last input was the keyboard's

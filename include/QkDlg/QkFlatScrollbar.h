@@ -106,6 +106,7 @@ private:
     [[nodiscard]] int MouseAlong() const;
     void DragToMouse();
     void EndPress(bool mouseIsOver);
+    void ForgetInput();
     void BeginRepeat();
     void EndRepeat();
     void OnWheel(int delta, bool horizontal);

@@ -1,5 +1,7 @@
 #include "QkCustCtrl/ListViewPainter.h"
 
+#include <utility>
+
 #include "QkDlg/DialogFonts.h"
 #include "QkDlg/ImageIdList.h"
 #include "QkDlg/UiColors.h"
@@ -254,8 +256,12 @@ ListViewPainter::Run ListViewPainter::NewRun(const PaintedList& painted) {
     return run;
 }
 
-void ListViewPainter::Begin(const PaintedList& painted) {
-    m_run = NewRun(painted);
+std::optional<ListViewPainter::Run> ListViewPainter::Begin(const PaintedList& painted) {
+    return std::exchange(m_run, NewRun(painted));
+}
+
+void ListViewPainter::End(std::optional<Run> outer) {
+    m_run = std::move(outer);
 }
 
 const ListViewPainter::Column& ListViewPainter::ColumnOf(Run& run, int subItem) {
@@ -303,6 +309,7 @@ ListViewPainter::RowState ListViewPainter::RowOf(const Run& run, const NMCUSTOMD
         readText(run.painted.list, item, row.label);
     }
     row.row = item.iItem;
+    row.rect = draw.rc;
     row.state = item.state;
     if (run.painted.icons)
         row.image = item.iImage;
@@ -353,7 +360,7 @@ LRESULT ListViewPainter::PaintCell(const NMLVCUSTOMDRAW& draw, const PaintedList
     if (run.row.row != static_cast<int>(draw.nmcd.dwItemSpec))
         run.row = RowOf(run, draw.nmcd);
     const Column& column = ColumnOf(run, draw.iSubItem);
-    const Rect cell{column.rect.left, draw.nmcd.rc.top, column.rect.right, draw.nmcd.rc.bottom};
+    const Rect cell{column.rect.left, run.row.rect.top, column.rect.right, run.row.rect.bottom};
     if (!hasArea(toWin32(cell)))
         return CDRF_SKIPDEFAULT;
 

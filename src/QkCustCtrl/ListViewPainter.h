@@ -35,6 +35,8 @@ void fillListGround(HDC dc, const RECT& rect);
 /// Paints the items of a header and the rows and cells of a list, as NM_CUSTOMDRAW asks for them.
 /// The results are those to answer it with.
 class ListViewPainter {
+    struct Run;
+
 public:
     /// What a row or a header item is filled with and framed in.
     struct Face {
@@ -44,10 +46,11 @@ public:
 
     ListViewPainter();
 
-    /// A run of painting begins: what is the same for all its rows is found out once.
-    void Begin(const PaintedList& painted);
-    /// The run is over; from here on everything is found out afresh.
-    void End() { m_run.reset(); }
+    /// A run of painting begins: what is the same for all its rows is found out once. Returns the
+    /// run that this one interrupts, as when the host answers for a text by opening a dialog.
+    [[nodiscard]] std::optional<Run> Begin(const PaintedList& painted);
+    /// The run is over, and the one that it interrupted goes on.
+    void End(std::optional<Run> outer);
     /// What the run paints; null between two runs.
     [[nodiscard]] const PaintedList* Current() const { return m_run ? &m_run->painted : nullptr; }
 
@@ -68,6 +71,7 @@ private:
     /// What the list says of a row in one answer, as each question takes its time.
     struct RowState {
         int row = -1;
+        RECT rect{};  ///< of the row: not every version of the control tells that of a cell
         RowLook look = RowLook::Plain;
         UINT state = 0;
         int image = I_IMAGENONE;

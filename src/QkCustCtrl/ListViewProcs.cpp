@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "QkCustCtrl/ListViewActions.h"
 #include "QkCustCtrl/ListViewPainter.h"
 #include "QkCustCtrl/LiveControls.h"
@@ -212,14 +214,14 @@ LRESULT QkFlatListView::PassOnAndFollow(const Message& message, DWORD_PTR refere
 }
 
 LRESULT QkFlatListView::PassOnPaint(const Message& message, DWORD_PTR referenceData) {
-    if (m_flatMode) {
-        UpdateHotRow();
-        redrawRowMargins(m_hWnd);
-        m_painter->Begin(Painted());
-    }
+    if (!m_flatMode)
+        return message.passOn();
+    UpdateHotRow();
+    redrawRowMargins(m_hWnd);
+    auto outer = m_painter->Begin(Painted());
     const LRESULT result = message.passOn();
     if (auto* const still = livingControl<QkFlatListView>(message.hwnd, referenceData))
-        still->m_painter->End();
+        still->m_painter->End(std::move(outer));
     return result;
 }
 
@@ -261,14 +263,10 @@ LRESULT CALLBACK QkFlatListView::ListProc(HWND hwnd, UINT id, WPARAM wParam, LPA
         case WM_NOTIFY: return list->OnHeaderNotify(message);
         case WM_PAINT:
         case WM_PRINTCLIENT: return list->PassOnPaint(message, referenceData);
-        case WM_DESTROY:
-            // The list destroys its image lists: the application's, not the one that stands in.
-            if (list->m_flatMode)
-                DefSubclassProc(hwnd, LVM_SETIMAGELIST, LVSIL_SMALL,
-                                reinterpret_cast<LPARAM>(list->m_savedSmallImages));
-            list->m_flatMode = false;
-            break;
+        case WM_DESTROY: list->OnDestroy(); break;
         case WM_NCDESTROY:
+            // Again, for a host that keeps the first message to itself.
+            list->OnDestroy();
             // The holder's procedure; this one goes with the window and finds no object any more.
             RemoveWindowSubclass(hwnd, ScrollbarHolder::TargetProc, subclassId);
             list->Unbind();

@@ -1,5 +1,7 @@
 #include "QkDlg/QkFlatListView.h"
 
+#include <utility>
+
 #include "QkCustCtrl/ListViewActions.h"
 #include "QkCustCtrl/ListViewPainter.h"
 #include "QkCustCtrl/SubclassGlue.h"
@@ -23,6 +25,11 @@ UINT_PTR idOf(HWND list) {
 HIMAGELIST makeRowSpacer() {
     const int edge = ListLengths(screenDpi()).row;
     return ImageList_Create(edge, edge, ILC_COLOR, 0, 1);
+}
+
+std::unique_ptr<ScrollbarHolder> makeScrollHolder() {
+    return std::make_unique<ScrollbarHolder>(GetSystemMetrics(SM_CXVSCROLL),
+                                             GetSystemMetrics(SM_CYHSCROLL));
 }
 
 HWND headerOf(HWND list) {
@@ -65,18 +72,11 @@ QkFlatListView::QkFlatListView(UINT id)
     : QkCustomControl(id, nullptr, {}, 0),
       m_painter(std::make_unique<ListViewPainter>()),
       m_rowSpacerImages(makeRowSpacer()),
-      m_scrollHolder(std::make_unique<ScrollbarHolder>(GetSystemMetrics(SM_CXVSCROLL),
-                                                       GetSystemMetrics(SM_CYHSCROLL))) {}
+      m_scrollHolder(makeScrollHolder()) {}
 
 QkFlatListView::~QkFlatListView() {
-    const HWND list = m_hWnd;
-    if (!list)
-        return;
-    if (m_flatMode)
-        LeaveFlatMode();
-    Unbind();
-    RemoveWindowSubclass(list, ListProc, idOf(list));
-    RedrawWindow(list, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    if (m_hWnd)
+        Release();
 }
 
 // Flat mode
@@ -143,6 +143,8 @@ void QkFlatListView::LeaveFlatMode() {
 }
 
 void QkFlatListView::FollowView() {
+    if (m_ending)
+        return;
     FollowHeader();
     const bool report = IsReportView();
     if (report && !m_flatMode)
@@ -196,7 +198,12 @@ LRESULT QkFlatListView::SetSavedExStyle(const Message& message) {
 // Attach
 
 void QkFlatListView::Attach(HWND hwnd) {
+    if (m_hWnd && m_hWnd != hwnd) {
+        Release();
+        m_scrollHolder = makeScrollHolder();
+    }
     QkCustomControl::Attach(hwnd);
+    m_ending = false;
     // Older common controls do not know views; newer ones take the one that they have.
     m_knowsViews = SendMessageW(hwnd, LVM_SETVIEW,
                                 static_cast<WPARAM>(SendMessageW(hwnd, LVM_GETVIEW, 0, 0)), 0) == 1;
@@ -206,6 +213,23 @@ void QkFlatListView::Attach(HWND hwnd) {
         installSubclass(m_parent, ParentProc, *this, idOf(hwnd));
     m_scrollHolder->Attach(hwnd);
     FollowView();
+}
+
+/// The list destroys its image lists as it ends: the application's, not the one that stands in.
+void QkFlatListView::OnDestroy() {
+    m_ending = true;
+    if (std::exchange(m_flatMode, false))
+        setSmallImages(m_hWnd, m_savedSmallImages);
+}
+
+/// Gives the list back to the application.
+void QkFlatListView::Release() {
+    const HWND list = m_hWnd;
+    if (m_flatMode)
+        LeaveFlatMode();
+    Unbind();
+    RemoveWindowSubclass(list, ListProc, idOf(list));
+    RedrawWindow(list, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 /// The list is no longer this object's.

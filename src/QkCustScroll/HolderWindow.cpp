@@ -27,7 +27,8 @@ public:
         windowClass.cbWndExtra = kExtraBytes;
         windowClass.hInstance = ownModule();
         windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        windowClass.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
+        windowClass.hbrBackground =
+            reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_WINDOW + 1));
         windowClass.lpszClassName = kClassName;
         m_atom = RegisterClassExW(&windowClass);
     }

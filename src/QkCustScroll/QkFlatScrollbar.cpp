@@ -326,6 +326,14 @@ bool QkFlatScrollbar::OnKeyDown(WPARAM key) {
     return true;
 }
 
+/// Nothing of the mouse and the keyboard goes on in the window that the bar is bound to next.
+void QkFlatScrollbar::ForgetInput() {
+    EndRepeat();
+    m_bBarPressed = m_bBarHover = m_bDragging = m_keyScrolls = m_repeatPosted = false;
+    m_nHitPart = kNothingPressed;
+    m_wheelRest = 0;
+}
+
 // Repeated presses
 
 void QkFlatScrollbar::BeginRepeat() {
@@ -448,8 +456,7 @@ LRESULT CALLBACK QkFlatScrollbar::BarProc(HWND hwnd, UINT id, WPARAM wParam, LPA
     if (id == WM_NCDESTROY) {
         RemoveWindowSubclass(hwnd, BarProc, subclassId);
         if (bar) {
-            bar->EndRepeat();
-            bar->m_bBarPressed = bar->m_bBarHover = bar->m_bDragging = false;
+            bar->ForgetInput();
             bar->Detach();
         }
     } else if (bar) {
@@ -463,6 +470,7 @@ LRESULT CALLBACK QkFlatScrollbar::BarProc(HWND hwnd, UINT id, WPARAM wParam, LPA
 void QkFlatScrollbar::Attach(HWND hwnd) {
     // Unbound as yet, so that nobody but the standard bar answers.
     TakeOver(hwnd);
+    ForgetInput();
     QkCustomControl::Attach(hwnd);
     installSubclass(hwnd, BarProc, *this);
     Changed(true);

@@ -1,5 +1,6 @@
 #include "QkDlg/QkFlatSlider.h"
 
+#include <algorithm>
 #include <array>
 
 #include "QkCustCtrl/SubclassGlue.h"
@@ -63,12 +64,14 @@ int QkFlatSlider::TranslateRequest(int request) const {
 }
 
 int QkFlatSlider::PositionAfter(int request, int position) const {
+    // A fifth of a short range is nothing, but a click on the track is to move the thumb.
+    const std::int64_t page = std::max(m_nPage, 1);
     std::int64_t next = m_nPos;
     switch (request) {
         case SB_LINEUP: --next; break;
         case SB_LINEDOWN: ++next; break;
-        case SB_PAGEUP: next -= m_nPage; break;
-        case SB_PAGEDOWN: next += m_nPage; break;
+        case SB_PAGEUP: next -= page; break;
+        case SB_PAGEDOWN: next += page; break;
         case SB_TOP: next = m_nMin; break;
         case SB_BOTTOM: next = m_nMax; break;
         case SB_THUMBTRACK:

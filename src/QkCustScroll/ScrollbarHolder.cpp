@@ -204,15 +204,19 @@ HWND ScrollbarHolder::GetBar(bool vertical) const {
 // Following the target
 
 void ScrollbarHolder::Update() {
+    const auto* const self = this;
     Synchronise();
-    LayOut();
+    // A bar that is disabled ends its press, and the host that is told may end it all.
+    if (liveHolders().contains(self) && m_group)
+        LayOut();
 }
 
 void ScrollbarHolder::Synchronise() {
     if (m_redrawOff)
         return;
+    const auto group = m_group;
     for (const HolderPart part : kParts) {
-        if (HolderWindow* const holder = HolderWindow::of(m_group->window(part)))
+        if (HolderWindow* const holder = HolderWindow::of(group->window(part)))
             holder->synchronise();
     }
 }
@@ -350,7 +354,8 @@ LRESULT CALLBACK ScrollbarHolder::TargetProc(HWND hwnd, UINT message, WPARAM wPa
             RemoveWindowSubclass(hwnd, TargetProc, id);
         return DefSubclassProc(hwnd, message, wParam, lParam);
     }
-    if (message == WM_DESTROY) {
+    // The second for a host that keeps the first to itself.
+    if (message == WM_DESTROY || message == WM_NCDESTROY) {
         holder->End();
         return DefSubclassProc(hwnd, message, wParam, lParam);
     }

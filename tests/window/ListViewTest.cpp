@@ -368,6 +368,10 @@ TEST_F(ListViewTest, TwoListsOfOneParentEndIndependentlyAndNothingIsLost) {
         DestroyWindow(another);
         objects_.pop_back();
     }));
+    const HWND third = addPlain({LVS_REPORT, 0}, 103);
+    objects_.back()->Attach(third);
+    EXPECT_EQ(images(below(second, LVM_GETIMAGELIST, LVSIL_SMALL)), shared) << "given back";
+    EXPECT_EQ(below(third, LVM_GETEXTENDEDLISTVIEWSTYLE), kFlatStyle);
     DestroyWindow(second);
     EXPECT_TRUE(alive(shared));
     ImageList_Destroy(shared);

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "QkDlg/UiColors.h"
 #include "support/ChildProcess.h"
 #include "support/Paper.h"
 #include "support/WindowTest.h"
@@ -203,6 +204,24 @@ TEST_F(ScrollbarTest, ParentMayEndOrDisableTheBarOrOpenADialogWhileItIsTold) {
     press();
     EXPECT_EQ(requests(), "up end ") << "no second dialog";
     release();
+}
+
+// As in the second run of a dialog. The repeat that is on its way goes with the window.
+TEST_F(ScrollbarTest, PressThatItsWindowTookAlongIsForgottenInTheNext) {
+    addBar();
+    moveMouse(-2);
+    press();
+    for (int tick = 0; tick < 4; ++tick)
+        object_->OnRepeatTick();
+    DestroyWindow(bar_);
+    release();
+    moveMouse(-2);
+    bar_ = host_.add(L"SCROLLBAR", L"", SBS_VERT, area(9, 9, 30, 400 + 2 * arrow_), 5);
+    object_->Attach(bar_);
+    moveMouse(-2);
+    EXPECT_EQ(onScreen(bar_).at(1, 1), GetUIColor(UICLR_HOVER));
+    host_.forget();
+    EXPECT_EQ(clicked(-2), "up end ");
 }
 
 TEST_F(ScrollbarTest, KeysAndWheelScrollToo) {

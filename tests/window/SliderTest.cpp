@@ -45,6 +45,11 @@ TEST_F(SliderTest, MovesWithinItsRangeBeforeItTellsTheParent) {
         keyTap(key);
         EXPECT_EQ(*(told.end() - 2), (std::array{request, 0, expected}));
     }
+    SendMessageW(bar, TBM_SETRANGE, TRUE, MAKELPARAM(0, 3));
+    slider.Attach(bar);
+    SendMessageW(bar, TBM_SETPOS, TRUE, 3);
+    click(bar, 1, 1);
+    EXPECT_EQ(slider.GetPosition(), 2) << "no fifth of so few, but one step";
 }
 
 }  // namespace
