@@ -6,6 +6,7 @@
 #include "QkUtil/Bitmaps.h"
 #include "QkUtil/Canvas.h"
 #include "QkUtil/Metrics.h"
+#include "QkUtil/MouseTracking.h"
 #include "QkUtil/Rects.h"
 #include "QkUtil/Resources.h"
 #include "QkUtil/WindowText.h"
@@ -55,14 +56,6 @@ UniqueRegion ringRegion(const RECT& ring) {
     const UniqueRegion hole(CreateRectRgnIndirect(&inside));
     CombineRgn(region.get(), region.get(), hole.get(), RGN_DIFF);
     return region;
-}
-
-void requestMouseLeave(HWND hwnd) {
-    TRACKMOUSEEVENT track{};
-    track.cbSize = sizeof track;
-    track.dwFlags = TME_LEAVE;
-    track.hwndTrack = hwnd;
-    TrackMouseEvent(&track);
 }
 
 }  // namespace
@@ -200,7 +193,7 @@ void QkFlatBtn::OnMouseMove(int, int) {
     if (m_bNoHotTrack || m_bHover)
         return;
     m_bHover = true;
-    requestMouseLeave(m_hWnd);
+    trackMouseLeave(m_hWnd);
     RenewTableColours();
     const COLORREF background = GetBkColor();
     if (background != GetUIColor(UICLR_ACCENT)) {

@@ -6,6 +6,7 @@
 #include "QkUtil/Bitmaps.h"
 #include "QkUtil/Canvas.h"
 #include "QkUtil/Metrics.h"
+#include "QkUtil/MouseTracking.h"
 #include "QkUtil/Rects.h"
 #include "QkUtil/Resources.h"
 #include "lib/AssertReport.h"
@@ -40,14 +41,6 @@ SharedBitmap sharedBitmap(UINT id) {
     SharedBitmap bitmap(LoadBitmapResource(id));
     loaded[id] = bitmap;
     return bitmap;
-}
-
-void requestMouseLeave(HWND hwnd) {
-    TRACKMOUSEEVENT track{};
-    track.cbSize = sizeof track;
-    track.dwFlags = TME_LEAVE;
-    track.hwndTrack = hwnd;
-    TrackMouseEvent(&track);
 }
 
 }  // namespace
@@ -156,7 +149,7 @@ void QkFlatComboBoxDropdownBase::OnMouseMove(int x, int y) {
     LayOutButton();
     if (m_tracking || !PtInRect(&m_buttonRect, {x, y}) || IsLowColourDisplay() || IsHighContrast())
         return;
-    requestMouseLeave(m_hWnd);
+    trackMouseLeave(m_hWnd);
     m_tracking = true;
     if (!m_fade.IsRunning())
         m_fade.Start(m_hWnd, GetBkColor(), m_clrHover);

@@ -8,6 +8,7 @@
 #include "QkDlg/ScrollbarHolder.h"
 #include "QkUtil/Canvas.h"
 #include "QkUtil/Metrics.h"
+#include "QkUtil/MouseTracking.h"
 #include "QkUtil/Rects.h"
 
 // The messages of a flat list's windows: the list itself, its header, its parent, and the edit of a
@@ -32,14 +33,6 @@ void redrawHeaderItem(HWND header, int item) {
     if (item >= 0 && SendMessageW(header, HDM_GETITEMRECT, static_cast<WPARAM>(item),
                                   reinterpret_cast<LPARAM>(&rect)) != 0)
         InvalidateRect(header, &rect, FALSE);
-}
-
-void awaitLeave(HWND hwnd) {
-    TRACKMOUSEEVENT track{};
-    track.cbSize = sizeof track;
-    track.dwFlags = TME_LEAVE;
-    track.hwndTrack = hwnd;
-    TrackMouseEvent(&track);
 }
 
 /// Custom draw of something that is neither the list nor an item, which only newer controls have.
@@ -305,7 +298,7 @@ LRESULT QkFlatListView::OnFlatMessage(const Message& message, DWORD_PTR referenc
                 toggleMarkedItem(message.hwnd);
             break;
         case WM_MOUSEMOVE:
-            awaitLeave(message.hwnd);
+            trackMouseLeave(message.hwnd);
             UpdateHotRow();
             break;
         case WM_MOUSELEAVE: UpdateHotRow(); break;
@@ -336,7 +329,7 @@ LRESULT CALLBACK QkFlatListView::HeaderProc(HWND hwnd, UINT id, WPARAM wParam, L
         case WM_PAINT: return paintHeader(hwnd);
         case WM_PRINTCLIENT: return printHeader(message);
         case WM_MOUSEMOVE:
-            awaitLeave(hwnd);
+            trackMouseLeave(hwnd);
             list->UpdateHotHeaderItem();
             break;
         case WM_MOUSELEAVE: list->UpdateHotHeaderItem(); break;

@@ -11,6 +11,7 @@
 #include "QkCustScroll/ScrollArrows.h"
 #include "QkCustScroll/ScrollLayout.h"
 #include "QkCustScroll/ScrollRepeat.h"
+#include "QkUtil/MouseTracking.h"
 #include "QkUtil/Rects.h"
 
 namespace QkDlg {
@@ -25,14 +26,6 @@ constexpr UINT kDefaultWheelLines = 3;
 // What a press on each part asks for; the thumb is dragged.
 constexpr std::array kPartRequests{SB_ENDSCROLL,  SB_LINEUP,   SB_PAGEUP,
                                    SB_THUMBTRACK, SB_PAGEDOWN, SB_LINEDOWN};
-
-void requestMouseLeave(HWND hwnd) {
-    TRACKMOUSEEVENT track{};
-    track.cbSize = sizeof track;
-    track.dwFlags = TME_LEAVE;
-    track.hwndTrack = hwnd;
-    TrackMouseEvent(&track);
-}
 
 bool carriesPosition(int request) {
     return request == SB_THUMBTRACK || request == SB_THUMBPOSITION;
@@ -244,7 +237,7 @@ void QkFlatScrollbar::OnMouseMove(int x, int y) {
     m_mouse = {x, y};
     if (!m_bBarHover) {
         m_bBarHover = true;
-        requestMouseLeave(m_hWnd);
+        trackMouseLeave(m_hWnd);
     }
     if (m_bDragging)
         DragToMouse();
@@ -268,7 +261,7 @@ void QkFlatScrollbar::EndPress(bool mouseIsOver) {
         ReleaseCapture();
     m_bBarHover = mouseIsOver;
     if (mouseIsOver)
-        requestMouseLeave(m_hWnd);
+        trackMouseLeave(m_hWnd);
     if (dragged)
         SetPosition(clampedPosition(m_nTrackPos, ThumbRange()), false);
     repaintNow(m_hWnd);
