@@ -260,7 +260,7 @@ TEST_F(ListViewTest, SameInputSendsTheNotificationsOfAPlainList) {
 // The box stands in whichever column is displayed first, and is found there by the mouse.
 TEST_F(ListViewTest, ColumnsAreDraggedIfAllowedAndInsertedItemsHaveAnUncheckedBox) {
     const HWND list = addFlat({LVS_REPORT, LVS_EX_CHECKBOXES, 0});
-    for (const UINT message : {LVM_INSERTITEMW, LVM_INSERTITEMA}) {
+    for (const UINT message : std::initializer_list<UINT>{LVM_INSERTITEMW, LVM_INSERTITEMA}) {
         LVITEMW item{};
         item.mask = LVIF_PARAM;
         item.state = 0xFFFF;  // not in the mask
@@ -392,8 +392,9 @@ void look(HWND window, const RECT& area, std::set<COLORREF>& colours) {
 LRESULT CALLBACK watchFrames(HWND window, UINT message, WPARAM wp, LPARAM lp, UINT_PTR,
                              DWORD_PTR colours) {
     const LRESULT result = DefSubclassProc(window, message, wp, lp);
-    for (const UINT shows : {WM_PAINT, WM_NCPAINT, WM_ERASEBKGND, WM_SIZE, WM_VSCROLL,
-                             WM_WINDOWPOSCHANGED, LVM_SCROLL, LVM_SETCOLUMNWIDTH}) {
+    for (const UINT shows :
+         std::initializer_list<UINT>{WM_PAINT, WM_NCPAINT, WM_ERASEBKGND, WM_SIZE, WM_VSCROLL,
+                                     WM_WINDOWPOSCHANGED, LVM_SCROLL, LVM_SETCOLUMNWIDTH}) {
         if (message == shows)
             look(GetAncestor(window, GA_ROOT), scaledArea(10, 10, 180, 100),
                  *reinterpret_cast<std::set<COLORREF>*>(colours));

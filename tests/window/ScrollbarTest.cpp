@@ -1,5 +1,6 @@
 #include "QkDlg/QkFlatScrollbar.h"
 
+#include <array>
 #include <memory>
 
 #include "QkDlg/UiColors.h"
@@ -154,8 +155,8 @@ TEST_F(ScrollbarTest, HostThatKnowsNothingOfItIsAnsweredAsByAStandardBar) {
               Box(arrow_, arrow_ + 160, arrow_ + 240, 0));
     set(SIF_PAGE | SIF_DISABLENOSCROLL, 0, 100);
     GetScrollBarInfo(bar_, OBJID_CLIENT, &bar);
-    EXPECT_EQ(Box(bar.rgstate[1], bar.rgstate[3], bar.rgstate[4], 0),
-              Box(STATE_SYSTEM_UNAVAILABLE, 0, STATE_SYSTEM_INVISIBLE, 0));
+    EXPECT_EQ((std::array{bar.rgstate[1], bar.rgstate[3], bar.rgstate[4]}),
+              (std::array<DWORD, 3>{STATE_SYSTEM_UNAVAILABLE, 0, STATE_SYSTEM_INVISIBLE}));
     EXPECT_EQ(clicked(-2), "");
     EXPECT_TRUE(EnableScrollBar(bar_, SB_CTL, ESB_DISABLE_BOTH));
     EXPECT_EQ(colourAt(10), RGB(246, 246, 246)) << "the disabled thumb that fills the track";
