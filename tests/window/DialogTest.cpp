@@ -241,7 +241,7 @@ TEST_F(DialogTest, OkCancelAndEscapeEndTheDialogAndItRunsAgain) {
 }
 
 TEST_F(DialogTest, HiddenParentOwnsNothingAndAVisibleOneIsTheMiddle) {
-    HostDialog host({.x = 300, .y = 200});
+    HostDialog host({.x = 1000, .y = 600});
     TestDialog owned(IDD_PLAIN, host.window());
     owned.run([&](TestDialog& open) {
         EXPECT_EQ(GetWindow(open.window(), GW_OWNER), host.window());

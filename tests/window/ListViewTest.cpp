@@ -3,6 +3,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "support/Paper.h"
 #include "support/WindowTest.h"
@@ -131,8 +132,10 @@ HRESULT WINAPI noteTheme(HWND, const wchar_t* name, const wchar_t*) {
     return S_OK;
 }
 bool knowsThemes = true;
-FARPROC WINAPI findNote(HMODULE, LPCSTR) {
-    return knowsThemes ? reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&noteTheme)) : nullptr;
+FARPROC WINAPI findNote(HMODULE, LPCSTR name) {
+    return knowsThemes && std::string_view(name) == "SetWindowTheme"
+               ? reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&noteTheme))
+               : nullptr;
 }
 
 HIMAGELIST makeImages() {
