@@ -302,8 +302,9 @@ ListViewPainter::RowState ListViewPainter::RowOf(const Run& run, const NMCUSTOMD
     const Text* const told = run.painted.icons ? nullptr : ToldTextOf(run, item.iItem, 0);
     if (told) {
         row.label = *told;
-        item.state = static_cast<UINT>(
-            SendMessageW(run.painted.list, LVM_GETITEMSTATE, draw.dwItemSpec, item.stateMask));
+        // Not LVM_GETITEMSTATE: an owner-data list of Wine's leaves some of its bits to chance.
+        item.mask = LVIF_STATE;
+        SendMessageW(run.painted.list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     } else {
         item.mask = LVIF_STATE | LVIF_TEXT | (run.painted.icons ? LVIF_IMAGE : 0U);
         readText(run.painted.list, item, row.label);
