@@ -2,7 +2,6 @@
 // accepts must be one of the cases that docs/xml.md lists.
 #include <expat.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <type_traits>
@@ -74,11 +73,20 @@ void onAttributeType(void* user, const XML_Char*, const XML_Char*, const XML_Cha
     reader(user).sawAttributeTypes = true;
 }
 
+// In any encoding: zero bytes tell of UTF-16, where letters beyond ASCII fill both bytes.
+bool hasForeignLetters(std::string_view bytes) {
+    const bool wide = bytes.find('\0') != std::string_view::npos;
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        const bool fillsBoth = wide && at % 2 == 1 && bytes[at] != 0 && bytes[at - 1] != 0;
+        if (fillsBoth || static_cast<unsigned char>(bytes[at]) >= 0x80)
+            return true;
+    }
+    return false;
+}
+
 // The other parser's names are those of an earlier edition of XML, which knew fewer letters.
 bool stumbledOverName(std::string_view bytes, const Reader& other) {
-    return XML_GetErrorCode(other.parser) == XML_ERROR_INVALID_TOKEN &&
-           std::any_of(bytes.begin(), bytes.end(),
-                       [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
+    return XML_GetErrorCode(other.parser) == XML_ERROR_INVALID_TOKEN && hasForeignLetters(bytes);
 }
 
 // In single bytes the other parser takes three signs for letters of names that never were.
