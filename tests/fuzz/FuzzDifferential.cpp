@@ -73,12 +73,13 @@ void onAttributeType(void* user, const XML_Char*, const XML_Char*, const XML_Cha
     reader(user).sawAttributeTypes = true;
 }
 
-// In any encoding: zero bytes tell of UTF-16, where letters beyond ASCII fill both bytes.
+// In any encoding: zero bytes tell of UTF-16, where ASCII leaves the upper byte of each unit zero.
 bool hasForeignLetters(std::string_view bytes) {
     const bool wide = bytes.find('\0') != std::string_view::npos;
+    const std::size_t upper = bytes.starts_with('\0') ? 0 : 1;
     for (std::size_t at = 0; at < bytes.size(); ++at) {
-        const bool fillsBoth = wide && at % 2 == 1 && bytes[at] != 0 && bytes[at - 1] != 0;
-        if (fillsBoth || static_cast<unsigned char>(bytes[at]) >= 0x80)
+        const bool beyondAscii = wide && at % 2 == upper && bytes[at] != 0;
+        if (beyondAscii || static_cast<unsigned char>(bytes[at]) >= 0x80)
             return true;
     }
     return false;
