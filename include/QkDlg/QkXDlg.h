@@ -1,16 +1,12 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 #include <type_traits>
 
-#include "QkDlg/QkCustomControl.h"
+#include "QkDlg/ControlMap.h"
 
 namespace QkDlg {
-
-/// The flat controls of a dialog by control id.
-using ControlMap = std::map<UINT32, std::unique_ptr<QkCustomControl>>;
 
 /// A modal dialog from a dialog template of the host's resource module (AppGlobals). A host derives
 /// from it, overrides the handlers that it needs and calls DoModal. With m_bFlat set before that,

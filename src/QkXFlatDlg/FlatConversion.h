@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "QkDlg/QkXDlg.h"
+#include "QkDlg/ControlMap.h"
 #include "QkXFlatDlg/FlatChoice.h"
 
 namespace QkDlg {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "QkDlg/QkXDlg.h"
 #include "QkXFlatDlg/FlatConversion.h"
 #include "preview/Module.h"
 #include "preview/TemplateContents.h"
