@@ -45,10 +45,10 @@ void print(HWND window, const Paper& paper) {
                  PRF_CLIENT | PRF_ERASEBKGND);
 }
 
-std::vector<std::unique_ptr<Quartet>> makeQuartets(HWND host, const Options& options) {
+std::vector<std::unique_ptr<Quartet>> makeQuartets(const Hosts& hosts, const Options& options) {
     std::vector<std::unique_ptr<Quartet>> quartets;
     for (const Kind* const kind : options.wantedKinds())
-        quartets.push_back(std::make_unique<Quartet>(host, *kind));
+        quartets.push_back(std::make_unique<Quartet>(hosts, *kind));
     settle();
     return quartets;
 }
@@ -67,11 +67,9 @@ void runRound(const std::vector<std::unique_ptr<Quartet>>& quartets, const char*
     for (const auto& quartet : quartets) {
         for (const Look look : kLooks) {
             const Subject& subject = quartet->in(look);
-            subject.show(true);
-            settle();
+            subject.show();
             const double value = measure(subject);
-            subject.show(false);
-            settle();
+            subject.hide();
             all[look] += value;
             noBars[look] += isBar(quartet->kind()) ? 0 : value;
             if (results)
@@ -88,8 +86,8 @@ void runRound(const std::vector<std::unique_ptr<Quartet>>& quartets, const char*
 
 void compare(const Options& options, const char* section, const Measure& measure, int rounds,
              Results& results) {
-    const UniqueWindow host = makeHost(true);
-    const auto quartets = makeQuartets(host.get(), options);
+    const Hosts hosts;
+    const auto quartets = makeQuartets(hosts, options);
     runRound(quartets, section, measure, nullptr);
     for (int round = 0; round < rounds; ++round)
         runRound(quartets, section, measure, &results);

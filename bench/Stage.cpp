@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kPlace = 10;
 constexpr UINT_PTR kBareId = 1;
-constexpr SIZE kHostSize{900, 700};
+constexpr SIZE kHostSize{600, 400};
 
 struct EmptyTemplate {
     DLGTEMPLATE header;
@@ -74,14 +74,15 @@ void pump(std::chrono::milliseconds duration) {
     }
 }
 
-UniqueWindow makeHost(bool visible) {
+UniqueWindow makeHost(bool visible, int place) {
     EmptyTemplate words{};
     words.header.style = WS_POPUP | WS_CAPTION | WS_CLIPCHILDREN;
     UniqueWindow host(
         CreateDialogIndirectW(GetModuleHandleW(nullptr), &words.header, nullptr, &hostProc));
     if (!host)
         giveUp("no window", "host");
-    SetWindowPos(host.get(), nullptr, 0, 0, scaled(kHostSize.cx), scaled(kHostSize.cy),
+    SetWindowPos(host.get(), nullptr, place % 2 * scaled(kHostSize.cx),
+                 place / 2 * scaled(kHostSize.cy), scaled(kHostSize.cx), scaled(kHostSize.cy),
                  SWP_NOZORDER);
     if (visible)
         ShowWindow(host.get(), SW_SHOW);
@@ -102,7 +103,7 @@ UniqueWindow makeControlWindow(HWND host, const Kind& kind, bool visible) {
 
 // Subject
 
-Subject::Subject(HWND host, const Kind& kind, Look look) {
+Subject::Subject(HWND host, const Kind& kind, Look look) : m_kind(&kind) {
     if (look == Look::Floor) {
         m_floor = std::make_unique<FloorPainter>(kind.text);
         m_window.reset(m_floor->createWindow(host));
@@ -126,6 +127,23 @@ SIZE Subject::clientSize() const {
     return clientSizeOf(window());
 }
 
+void Subject::show() const {
+    ShowWindow(window(), SW_SHOWNA);
+    settle();
+    // A control that is covered would paint nothing in no time.
+    const SIZE size = clientSize();
+    RECT seen{};
+    const QkDlg::WindowDc dc(window());
+    if (GetClipBox(dc.get(), &seen) == NULLREGION || seen.right - seen.left < size.cx ||
+        seen.bottom - seen.top < size.cy)
+        giveUp("does not show as a whole", m_kind->name);
+}
+
+void Subject::hide() const {
+    ShowWindow(window(), SW_HIDE);
+    settle();
+}
+
 void Subject::setClientSize(SIZE size) const {
     const SIZE now = clientSize();
     RECT whole{};
@@ -138,7 +156,7 @@ void Subject::setClientSize(SIZE size) const {
 void Subject::become(const Subject& model) const {
     RECT place{};
     GetWindowRect(model.window(), &place);
-    MapWindowPoints(nullptr, GetParent(window()), reinterpret_cast<POINT*>(&place), 2);
+    MapWindowPoints(nullptr, GetParent(model.window()), reinterpret_cast<POINT*>(&place), 2);
     SetWindowPos(window(), nullptr, place.left, place.top, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     setClientSize(model.clientSize());
@@ -156,9 +174,16 @@ void Subject::become(const Subject& model) const {
 
 // Quartet
 
-Quartet::Quartet(HWND host, const Kind& kind) : m_kind(&kind) {
-    for (const Look look : kLooks)
-        m_subjects[static_cast<std::size_t>(look)] = std::make_unique<Subject>(host, kind, look);
+Hosts::Hosts() {
+    for (std::size_t i = 0; i < kLooks.size(); ++i)
+        m_hosts[i] = makeHost(true, static_cast<int>(i));
+}
+
+Quartet::Quartet(const Hosts& hosts, const Kind& kind) : m_kind(&kind) {
+    for (const Look look : kLooks) {
+        m_subjects[static_cast<std::size_t>(look)] =
+            std::make_unique<Subject>(hosts.of(look), kind, look);
+    }
     const Subject& flat = in(Look::Flat);
     for (const Look look : {Look::Standard, Look::Bare, Look::Floor}) {
         in(look).become(flat);

@@ -40,8 +40,8 @@ struct WindowDestroyer {
 };
 using UniqueWindow = std::unique_ptr<std::remove_pointer_t<HWND>, WindowDestroyer>;
 
-/// A dialog without controls, as their parent.
-[[nodiscard]] UniqueWindow makeHost(bool visible);
+/// A dialog without controls, as their parent, in one of four places of the screen.
+[[nodiscard]] UniqueWindow makeHost(bool visible, int place = 0);
 
 /// The window of a kind, as a child. Ends the program when there is none.
 [[nodiscard]] UniqueWindow makeControlWindow(HWND host, const Kind& kind, bool visible);
@@ -62,21 +62,35 @@ public:
     [[nodiscard]] SIZE clientSize() const;
     /// Takes place, size and text of another look of the same kind.
     void become(const Subject& model) const;
-    void show(bool visible) const { ShowWindow(window(), visible ? SW_SHOWNA : SW_HIDE); }
+    /// Until it is on the screen as a whole.
+    void show() const;
+    void hide() const;
 
 private:
     void setClientSize(SIZE size) const;
 
+    const Kind* m_kind;
     std::unique_ptr<FloorPainter> m_floor;
     // The window goes first.
     std::unique_ptr<QkDlg::QkCustomControl> m_control;
     UniqueWindow m_window;
 };
 
-/// One control in all looks at the same place, of which one shows at a time.
+/// A visible dialog for each look: flat controls may subclass their parent, which is felt by all
+/// that is in it.
+class Hosts {
+public:
+    Hosts();
+    [[nodiscard]] HWND of(Look look) const { return m_hosts[static_cast<std::size_t>(look)].get(); }
+
+private:
+    std::array<UniqueWindow, kLooks.size()> m_hosts;
+};
+
+/// One control in all looks, not visible, at the same place of their dialogs.
 class Quartet {
 public:
-    Quartet(HWND host, const Kind& kind);
+    Quartet(const Hosts& hosts, const Kind& kind);
 
     [[nodiscard]] const Kind& kind() const { return *m_kind; }
     [[nodiscard]] const Subject& in(Look look) const {
