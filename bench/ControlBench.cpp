@@ -13,10 +13,8 @@ namespace QkDlgBench {
 namespace {
 
 constexpr std::array kSections{
-    Section{"repaint", &runRepaint},
-    Section{"print", &runPrint},
-    Section{"gdi", &runGdi},
-    Section{"attach", &runAttach},
+    Section{"repaint", &runRepaint}, Section{"print", &runPrint},   Section{"gdi", &runGdi},
+    Section{"attach", &runAttach},   Section{"dialog", &runDialog}, Section{"list", &runList},
 };
 
 void initialiseControls() {

@@ -15,7 +15,8 @@ struct Ratio {
     const char* against;
 };
 constexpr Ratio kRatios[] = {{"flat", "bare"},  {"flat", "standard"}, {"bare", "standard"},
-                             {"flat", "floor"}, {"attach", "create"}, {"detach", "create"}};
+                             {"flat", "floor"}, {"attach", "create"}, {"detach", "create"},
+                             {"1000", "100"}};
 
 bool has(const std::vector<std::string>& columns, const char* name) {
     return std::ranges::find(columns, name) != columns.end();

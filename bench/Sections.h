@@ -24,5 +24,9 @@ void runPrint(const Options& options, Results& results);
 void runGdi(const Options& options, Results& results);
 /// Making a control flat and giving it back, beside creating and destroying its window.
 void runAttach(const Options& options, Results& results);
+/// Dialogs of 10 to 1,000 controls, opened, redrawn and closed.
+void runDialog(const Options& options, Results& results);
+/// List views of 100 to 100,000 rows, scrolled.
+void runList(const Options& options, Results& results);
 
 }  // namespace QkDlgBench

@@ -21,11 +21,6 @@ struct EmptyTemplate {
     WORD title;
 };
 
-[[noreturn]] void giveUp(const char* what, const char* name) {
-    std::fprintf(stderr, "%s: %s\n", name, what);
-    std::exit(2);
-}
-
 INT_PTR CALLBACK hostProc(HWND, UINT, WPARAM, LPARAM) {
     return FALSE;
 }
@@ -46,6 +41,11 @@ SIZE clientSizeOf(HWND window) {
 const char* nameOf(Look look) {
     constexpr std::array kNames{"standard", "bare", "flat", "floor"};
     return kNames[static_cast<std::size_t>(look)];
+}
+
+void giveUp(const char* what, const char* name) {
+    std::fprintf(stderr, "%s: %s\n", name, what);
+    std::exit(2);
 }
 
 void subclassBare(HWND window) {

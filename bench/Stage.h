@@ -14,6 +14,9 @@ enum class Look { Standard, Bare, Flat, Floor };
 constexpr std::array kLooks{Look::Standard, Look::Bare, Look::Flat, Look::Floor};
 [[nodiscard]] const char* nameOf(Look look);
 
+/// Ends the program: what was asked for cannot be measured.
+[[noreturn]] void giveUp(const char* what, const char* name);
+
 /// Installs a subclass that passes everything on.
 void subclassBare(HWND window);
 

@@ -49,6 +49,15 @@ constexpr std::array kTargets{
     Target{"attach", "switch", "attach", "create", 0.60},
     Target{"attach", "edit", "attach", "create", 0.90},
     Target{"attach", "password", "attach", "create", 2.50},
+    Target{"dialog", "1000 open", "flat", "standard", 1.20},
+    Target{"dialog", "1000 redraw", "flat", "standard", 1.15},
+    Target{"dialog", "1000 close", "flat", "standard", 1.95},
+    Target{"dialog, per control", "flat open", "1000", "100", 1.05},
+    Target{"dialog, per control", "flat redraw", "1000", "100", 1.05},
+    Target{"dialog, per control", "flat close", "1000", "100", 1.05},
+    Target{"list", "100000, by row", "flat", "standard", 1.00},
+    Target{"list", "100000, by five rows", "flat", "standard", 1.00},
+    Target{"list", "100000, by page", "flat", "standard", 1.00},
 };
 
 std::optional<double> valueOf(const Target& target, const Results& results) {
