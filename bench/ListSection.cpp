@@ -11,13 +11,13 @@ namespace QkDlgBench {
 namespace {
 
 constexpr int kRounds = 15;
-constexpr int kWarmUps = 1;
 constexpr std::array kRowCounts{100, 1000, 10'000, 100'000};
 constexpr std::array kListLooks{Look::Standard, Look::Bare, Look::Flat};
 constexpr int kFramesPerRound = 12;
 constexpr int kColumns = 3;
 constexpr SIZE kListSize{440, 300};
-constexpr int kRowHeight = 24;  ///< that of flat rows
+constexpr int kRowHeight = 24;  ///< of the pictures in a flat list
+constexpr int kInsertedRows = 1000;
 
 struct Step {
     const char* name;
@@ -30,10 +30,11 @@ struct ImageListDeleter {
 };
 using UniqueImages = std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, ImageListDeleter>;
 
-/// A list in one look, with rows as high as in the others.
+/// A list of so many rows in one look, which are as high as in the others.
 class List {
 public:
-    List(HWND host, Look look) : m_images(ImageList_Create(1, rowImage(), ILC_COLOR, 1, 0)) {
+    List(HWND host, Look look, int rows)
+        : m_images(ImageList_Create(1, scaled(kRowHeight), ILC_COLOR, 1, 0)) {
         m_window.reset(CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTVIEWW, nullptr,
                                        WS_CHILD | LVS_REPORT | LVS_SHAREIMAGELISTS, scaled(10),
                                        scaled(10), scaled(kListSize.cx), scaled(kListSize.cy), host,
@@ -43,6 +44,7 @@ public:
         SendMessageW(window(), LVM_SETIMAGELIST, LVSIL_SMALL,
                      reinterpret_cast<LPARAM>(m_images.get()));
         addColumns();
+        insert(rows);
         if (look == Look::Bare)
             subclassBare(window());
         if (look == Look::Flat) {
@@ -52,12 +54,13 @@ public:
     }
     [[nodiscard]] HWND window() const { return m_window.get(); }
 
-    /// Up to that many rows.
-    void fill(int rows) {
+    /// So many rows at the end.
+    void insert(int rows) const {
+        const auto first = static_cast<int>(SendMessageW(window(), LVM_GETITEMCOUNT, 0, 0));
         SendMessageW(window(), WM_SETREDRAW, FALSE, 0);
-        SendMessageW(window(), LVM_SETITEMCOUNT, static_cast<WPARAM>(rows), 0);
-        for (; m_rows < rows; ++m_rows)
-            addRow(m_rows);
+        SendMessageW(window(), LVM_SETITEMCOUNT, static_cast<WPARAM>(first + rows), 0);
+        for (int row = first; row < first + rows; ++row)
+            addRow(row);
         SendMessageW(window(), WM_SETREDRAW, TRUE, 0);
     }
 
@@ -81,9 +84,6 @@ public:
     }
 
 private:
-    /// The list makes its rows a pixel higher than their images.
-    static int rowImage() { return scaled(kRowHeight) - 1; }
-
     void addColumns() const {
         for (int i = 0; i < kColumns; ++i) {
             LVCOLUMNW column{};
@@ -110,7 +110,6 @@ private:
     // The window goes first.
     std::unique_ptr<QkDlg::QkFlatListView> m_control;
     UniqueWindow m_window;
-    int m_rows = 0;
 };
 
 /// Microseconds of a frame. Down and up in turn, so that it works for few rows, too.
@@ -125,21 +124,37 @@ double timeOfFrame(const List& list, const Step& step) {
     return time / kFramesPerRound;
 }
 
-void runSize(std::array<std::unique_ptr<List>, kListLooks.size()>& lists, int rowCount, int rounds,
-             Results& results) {
-    for (const auto& list : lists)
-        list->fill(rowCount);
-    for (int round = -kWarmUps; round < rounds; ++round) {
-        for (const Step& step : kSteps) {
-            for (std::size_t i = 0; i < lists.size(); ++i) {
-                lists[i]->show(true);
-                const double time = timeOfFrame(*lists[i], step);
-                lists[i]->show(false);
-                if (round >= 0)
-                    results.add("list", std::to_string(rowCount) + ", by " + step.name,
-                                nameOf(kListLooks[i]), time);
-            }
+using Lists = std::array<std::unique_ptr<List>, kListLooks.size()>;
+
+Lists makeLists(const Hosts& hosts, int rowCount) {
+    Lists lists;
+    for (std::size_t i = 0; i < lists.size(); ++i)
+        lists[i] = std::make_unique<List>(hosts.of(kListLooks[i]), kListLooks[i], rowCount);
+    if (lists.front()->rowHeight() != lists.back()->rowHeight())
+        std::fprintf(stderr, "list: rows of %d and %d pixels are compared\n",
+                     lists.front()->rowHeight(), lists.back()->rowHeight());
+    return lists;
+}
+
+void scrollAll(const Lists& lists, int rowCount, Results* results) {
+    for (const Step& step : kSteps) {
+        for (std::size_t i = 0; i < lists.size(); ++i) {
+            lists[i]->show(true);
+            const double time = timeOfFrame(*lists[i], step);
+            lists[i]->show(false);
+            if (results)
+                results->add("list", std::to_string(rowCount) + ", by " + step.name,
+                             nameOf(kListLooks[i]), time);
         }
+    }
+}
+
+// For one row each.
+void insertIntoAll(const Hosts& hosts, Results& results) {
+    const Lists lists = makeLists(hosts, 0);
+    for (std::size_t i = 0; i < lists.size(); ++i) {
+        const double time = timeOf([&] { lists[i]->insert(kInsertedRows); });
+        results.add("list", "inserting", nameOf(kListLooks[i]), time / kInsertedRows);
     }
 }
 
@@ -147,14 +162,15 @@ void runSize(std::array<std::unique_ptr<List>, kListLooks.size()>& lists, int ro
 
 void runList(const Options& options, Results& results) {
     const Hosts hosts;
-    std::array<std::unique_ptr<List>, kListLooks.size()> lists;
-    for (std::size_t i = 0; i < lists.size(); ++i)
-        lists[i] = std::make_unique<List>(hosts.of(kListLooks[i]), kListLooks[i]);
-    for (const int rowCount : kRowCounts)
-        runSize(lists, rowCount, options.roundsOr(kRounds), results);
-    if (lists.front()->rowHeight() != lists.back()->rowHeight())
-        std::fprintf(stderr, "list: rows of %d and %d pixels are compared\n",
-                     lists.front()->rowHeight(), lists.back()->rowHeight());
+    const int rounds = options.roundsOr(kRounds);
+    for (const int rowCount : kRowCounts) {
+        const Lists lists = makeLists(hosts, rowCount);
+        scrollAll(lists, rowCount, nullptr);
+        for (int round = 0; round < rounds; ++round)
+            scrollAll(lists, rowCount, &results);
+    }
+    for (int round = 0; round < rounds; ++round)
+        insertIntoAll(hosts, results);
 }
 
 }  // namespace QkDlgBench
