@@ -13,8 +13,9 @@ namespace QkDlgBench {
 namespace {
 
 constexpr std::array kSections{
-    Section{"repaint", &runRepaint}, Section{"print", &runPrint},   Section{"gdi", &runGdi},
-    Section{"attach", &runAttach},   Section{"dialog", &runDialog}, Section{"list", &runList},
+    Section{"repaint", &runRepaint}, Section{"print", &runPrint}, Section{"gdi", &runGdi},
+    Section{"attach", &runAttach},   Section{"hover", &runHover}, Section{"keep", &runKeep},
+    Section{"dialog", &runDialog},   Section{"list", &runList},
 };
 
 void initialiseControls() {

@@ -28,5 +28,9 @@ void runAttach(const Options& options, Results& results);
 void runDialog(const Options& options, Results& results);
 /// List views of 100 to 100,000 rows, scrolled.
 void runList(const Options& options, Results& results);
+/// Timer messages and paints while the mouse passes over a control, and what goes on afterwards.
+void runHover(const Options& options, Results& results);
+/// Memory, GDI objects and windows that a flat control has besides those of its window.
+void runKeep(const Options& options, Results& results);
 
 }  // namespace QkDlgBench

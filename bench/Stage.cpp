@@ -66,14 +66,6 @@ void settle() {
     GdiFlush();
 }
 
-void pump(std::chrono::milliseconds duration) {
-    const auto end = std::chrono::steady_clock::now() + duration;
-    while (std::chrono::steady_clock::now() < end) {
-        settle();
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 5, QS_ALLINPUT);
-    }
-}
-
 UniqueWindow makeHost(bool visible, int place) {
     EmptyTemplate words{};
     words.header.style = WS_POPUP | WS_CAPTION | WS_CLIPCHILDREN;

@@ -25,9 +25,6 @@ void subclassBare(HWND window);
 
 /// Takes what is in the queue, until it is empty and everything drawn is on the screen.
 void settle();
-/// The same for a while.
-void pump(std::chrono::milliseconds duration);
-
 /// Microseconds that the action takes.
 template <typename Action>
 [[nodiscard]] double timeOf(Action action) {
