@@ -6,7 +6,8 @@ library that the text mentions exist.
 
 A code block in C or C++ has a comment before it, on the line above its fence:
     <!-- sample NAME -->   compiled, together with the other blocks of that name in the document;
-                           further lines of the comment stand before the block in what is compiled
+                           further lines of the comment stand before the block in what is compiled,
+                           or around it, if one of them is "..."
     <!-- excerpt -->       not compiled: a piece that makes no sense by itself
 Names of the library that an example makes up are listed in <!-- invented: NAME... -->.
 """
@@ -172,8 +173,9 @@ class Checker:
             if not marks:
                 self.fault(document, f"a block of code without a mark: {block.splitlines()[0]}")
             elif marks.group(2):
-                before = f"{marks.group(3)}\n" if marks.group(3) else ""
-                samples.setdefault((marks.group(2), language), []).append(before + block)
+                before, _, after = f"\n{marks.group(3)}\n".partition("\n...\n")
+                piece = f"{before}\n{block}{after}"
+                samples.setdefault((marks.group(2), language), []).append(piece)
         for (name, language), blocks in samples.items():
             self.compile(document, name, language, "\n".join(blocks))
 
