@@ -30,6 +30,7 @@ struct PaintedList;
 /// NM_CUSTOMDRAW of list and header does not reach the application in report view.
 class QkFlatListView : public QkCustomControl {
 public:
+    /// For the window of that control id.
     explicit QkFlatListView(UINT id);
     ~QkFlatListView() override;
 
