@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "QkDlg/FontFace.h"
 #include "QkDlg/ImageIdList.h"
 #include "QkDlg/UiColors.h"
 #include "QkDlg/Win32.h"
@@ -111,7 +113,7 @@ public:
     /// others with the next paint.
     void SetFont(std::wstring_view face, int size, int weight);
     /// Empty before Attach means the default.
-    [[nodiscard]] const std::wstring& GetFontFace() const { return m_fontFace; }
+    [[nodiscard]] const std::wstring& GetFontFace() const { return m_fontFace.name(); }
     /// In points; 0 before Attach means the default.
     [[nodiscard]] int GetFontSize() const { return m_nFontSize; }
 
@@ -122,8 +124,9 @@ protected:
     /// What the control writes in now, enabled or not.
     [[nodiscard]] COLORREF StateTextColor();
 
-    /// Gives a colour field an entry of the UI colour table, and lets it follow that entry when
-    /// high contrast goes on or off, unless the field has been given another colour since.
+    /// Gives a colour field (hover, background or pressed) an entry of the UI colour table, and
+    /// lets it follow that entry when high contrast goes on or off, unless the field has been given
+    /// another colour since.
     void FollowTable(COLORREF QkCustomControl::*field, UiColor index);
 
     /// Brings the fields that follow the table up to date; painting starts with it.
@@ -148,7 +151,7 @@ protected:
     COLORREF m_clrBorder = 0xC0C0C0;     ///< border at rest
     COLORREF m_clrHotBorder = 0xEAB47E;  ///< border under the mouse
     COLORREF m_clrCurBorder = 0xC0C0C0;  ///< border in use now
-    std::wstring m_fontFace;             ///< empty: the default
+    FontFace m_fontFace;                 ///< empty: the default
     INT32 m_nFontSize;                   ///< points; 0: the default
     INT32 m_nFontWeight = FW_NORMAL;     ///< as in LOGFONT
     INT32 m_bImageRight = 0;             ///< the image stands right of the caption
@@ -166,12 +169,13 @@ protected:
     void ForgetGivenFont() { m_givenFont = nullptr; }
 
 private:
-    struct TableColour {
-        COLORREF QkCustomControl::*field;
-        UiColor index;
-        COLORREF taken;
-    };
-    std::vector<TableColour> m_tableColours;
+    /// The colour fields that can follow the table: hover, background, pressed.
+    static const std::array<COLORREF QkCustomControl::*, 3> kFollowers;
+    static constexpr std::int8_t kFollowsNothing = -1;
+
+    // For each of them: the entry it follows, and the colour it took from there.
+    std::array<std::int8_t, 3> m_followed{kFollowsNothing, kFollowsNothing, kFollowsNothing};
+    std::array<COLORREF, 3> m_taken{};
     HFONT m_givenFont = nullptr;  ///< what DrawCaption gave the standard control
 };
 
