@@ -63,7 +63,8 @@ void layOutAgain(HWND list) {
     const RECT now = windowRectIn(list, HWND_DESKTOP);
     const int width = now.right - now.left;
     const int height = now.bottom - now.top;
-    SetWindowPos(list, nullptr, 0, 0, width, height + 1, flags);
+    // Smaller and back: the parent would keep an edge that was drawn outside.
+    SetWindowPos(list, nullptr, 0, 0, width, height > 0 ? height - 1 : 1, flags);
     SetWindowPos(list, nullptr, 0, 0, width, height, flags);
 }
 
@@ -125,7 +126,8 @@ void QkFlatListView::EnterFlatMode() {
     FollowHeader();
     FollowHeaderDrag(0);
     layOutAgain(m_hWnd);
-    RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    RedrawWindow(m_hWnd, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void QkFlatListView::LeaveFlatMode() {
@@ -140,7 +142,8 @@ void QkFlatListView::LeaveFlatMode() {
         SendMessageW(m_hWnd, LVM_SETBKCOLOR, 0, static_cast<LPARAM>(m_savedGround));
     m_savedSmallImages = nullptr;
     layOutAgain(m_hWnd);
-    RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    RedrawWindow(m_hWnd, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void QkFlatListView::FollowView() {
