@@ -85,6 +85,7 @@ static INT_PTR CALLBACK dialogProc(HWND dialog, UINT message, WPARAM wParam, LPA
     return FALSE;
 }
 
+/* NOLINTNEXTLINE(readability-non-const-parameter): the system's own signature */
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int showCommand) {
     (void)previous;
     (void)commandLine;
