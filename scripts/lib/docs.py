@@ -66,6 +66,7 @@ class Checker:
                 self.fault(*fault)
         self.check_pictures_shown()
         self.check_reachable()
+        self.check_reports()
 
     # Links
 
@@ -99,6 +100,16 @@ class Checker:
         for document in self.documents:
             if document not in reached:
                 self.fault(document, "not to be reached from docs/README.md")
+
+    def check_reports(self):
+        """docs/debugging.md has a row for each assertion report, and for no other."""
+        document = "docs/debugging.md"
+        rows = re.findall(r"^\| `([\w/]+)` \| ([\d, ]+) \|", self.texts[document], re.M)
+        told = {f"{module} {line.strip()}" for module, lines in rows for line in lines.split(",")}
+        sites = self.grep(r'AssertSite [a-zA-Z]+\{"[^}]*', "src/*.cpp", "lib/*.cpp", "xml/*.cpp")
+        made = {site.split('"', 1)[1].replace('",', "") for site in sites}
+        for site in sorted(told ^ made):
+            self.fault(document, f"{'not in the sources' if site in told else 'missing'}: {site}")
 
     # Names
 
