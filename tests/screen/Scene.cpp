@@ -137,7 +137,7 @@ void Scene::excludeStandardParts(const WINDOWINFO& info, HWND window) {
     exclude({all.right - line, all.top, all.right, all.bottom});
     const std::wstring name = className(window);
     if ((name == WC_HEADERW && GetDlgCtrlID(GetParent(window)) == IDC_HOLDER_VIEW) ||
-        (name == WC_LISTVIEWW && (info.dwStyle & LVS_TYPEMASK) != LVS_REPORT))
+        (name == WC_LISTVIEWW && !IsWindowVisible(GetWindow(window, GW_CHILD))))
         exclude(all);
     std::vector<RECT> bars;
     if (info.dwStyle & WS_VSCROLL) {
