@@ -1,14 +1,14 @@
 #include "QkCustCtrl/LiveControls.h"
 
-#include <set>
+#include <unordered_set>
 
 namespace QkDlg {
 
 namespace {
 
-std::set<const QkCustomControl*>& liveControls() {
+std::unordered_set<const QkCustomControl*>& liveControls() {
     // Never destroyed: a host's static object may end after this module's.
-    static auto& controls = *new std::set<const QkCustomControl*>;
+    static auto& controls = *new std::unordered_set<const QkCustomControl*>;
     return controls;
 }
 

@@ -1,5 +1,7 @@
 #include "QkDlg/QkCustomControl.h"
 
+#include <algorithm>
+
 #include "QkCustCtrl/CaptionLayout.h"
 #include "QkCustCtrl/FocusRect.h"
 #include "QkCustCtrl/LiveControls.h"
@@ -41,6 +43,9 @@ bool uiStateHas(HWND hwnd, LRESULT flag) {
 
 }  // namespace
 
+const std::array<COLORREF QkCustomControl::*, 3> QkCustomControl::kFollowers{
+    &QkCustomControl::m_clrHover, &QkCustomControl::m_clrBk, &QkCustomControl::m_clrPressed};
+
 QkCustomControl::QkCustomControl(UINT id, const UINT32* imageIds, std::wstring_view fontFace,
                                  int fontSize)
     : m_nId(id), m_images(imageIds), m_fontFace(fontFace), m_nFontSize(fontSize) {
@@ -61,8 +66,8 @@ void QkCustomControl::Attach(HWND hwnd) {
     ForgetGivenFont();
     m_clrAnim = kNoColor;
     m_clrCurBorder = m_clrBorder;
-    if (m_fontFace.empty()) {
-        m_fontFace = defaultFontFace();
+    if (GetFontFace().empty()) {
+        m_fontFace = FontFace(defaultFontFace());
         if (m_nFontSize == 0)
             m_nFontSize = defaultFontSize();
     }
@@ -175,13 +180,13 @@ void QkCustomControl::Detach() {
 }
 
 void QkCustomControl::SetFont(std::wstring_view face, int size, int weight) {
-    m_fontFace = face;
+    m_fontFace = FontFace(face);
     m_nFontSize = size;
     m_nFontWeight = weight;
 }
 
 HFONT QkCustomControl::ControlFont() const {
-    return GetFont(m_nFontSize, m_fontFace, m_nFontWeight, 0);
+    return GetFont(m_nFontSize, GetFontFace(), m_nFontWeight, 0);
 }
 
 COLORREF QkCustomControl::StateTextColor() {
@@ -189,16 +194,22 @@ COLORREF QkCustomControl::StateTextColor() {
 }
 
 void QkCustomControl::FollowTable(COLORREF QkCustomControl::*field, UiColor index) {
+    const auto place =
+        static_cast<std::size_t>(std::ranges::find(kFollowers, field) - kFollowers.begin());
     this->*field = GetUIColor(index);
-    m_tableColours.push_back({field, index, this->*field});
+    m_followed.at(place) = static_cast<std::int8_t>(index);
+    m_taken.at(place) = this->*field;
 }
 
 void QkCustomControl::RenewTableColours() {
-    for (TableColour& colour : m_tableColours) {
-        const COLORREF now = GetUIColor(colour.index);
-        if (this->*colour.field == colour.taken)
-            this->*colour.field = now;
-        colour.taken = now;
+    for (std::size_t i = 0; i < kFollowers.size(); ++i) {
+        if (m_followed.at(i) == kFollowsNothing)
+            continue;
+        const COLORREF now = GetUIColor(m_followed.at(i));
+        COLORREF& field = this->*kFollowers.at(i);
+        if (field == m_taken.at(i))
+            field = now;
+        m_taken.at(i) = now;
     }
 }
 

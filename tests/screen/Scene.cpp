@@ -87,7 +87,7 @@ void Scene::addTopLevel(HWND window) {
     const WINDOWINFO info = infoOf(window);
     const bool isLowest = !dialogs_.empty() && window == dialogs_.back();
     remember(window, info.rcWindow, !isLowest);
-    if (std::ranges::find(dialogs_, window) != dialogs_.end() && above_.empty())
+    if (std::ranges::find(dialogs_, window) != dialogs_.end())
         EnumChildWindows(window, &onChild, reinterpret_cast<LPARAM>(this));
     if (className(window) == kDialogClass)
         above_.push_back(info.rcWindow);
@@ -110,6 +110,9 @@ void Scene::addChild(HWND window) {
     if (!IntersectRect(&inside, &info.rcWindow, &place_))
         return;
     excludeStandardParts(info, window);
+    // A dialog below another one is hidden in part.
+    if (!above_.empty())
+        return;
     const Known& known = remember(window, inside, false);
     controls_.push_back({window, inside, now_ - known.since >= kSettleTime});
 }
