@@ -35,6 +35,7 @@ public:
     /// The list of one image whose eight ids follow each other.
     [[nodiscard]] static ImageIdList fromFirstId(std::uint32_t firstId);
 
+    /// How many images the list has, 0 to 3.
     [[nodiscard]] std::uint32_t imageCount() const { return m_slots->count; }
 
     /// The resource id of an image at a DPI bucket, 0 for none. An image past the last reads as

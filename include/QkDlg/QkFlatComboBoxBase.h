@@ -21,7 +21,9 @@ public:
 
     /// Paints the combo; here just its border.
     virtual void Paint(HDC hdc);
+    /// Draws the border of edit or item on the screen.
     virtual void DrawItemBorder();
+    /// Draws the border of the list on the screen.
     virtual void DrawListBorder();
 
     /// The edit or the item; null before Attach.
@@ -30,6 +32,7 @@ public:
     [[nodiscard]] HWND GetListWindow() const { return m_listWindow; }
 
 protected:
+    /// For the window of that control id, in the default font.
     explicit QkFlatComboBoxBase(UINT id);
 
     /// Puts the list under the item: so much wider on each side, so far below.

@@ -28,6 +28,7 @@ public:
     [[nodiscard]] const RECT& GetButtonRect() const { return m_buttonRect; }
 
 protected:
+    /// For the window of that control id.
     explicit QkFlatComboBoxDropdownBase(UINT id);
 
     /// The ground and the button, without the border. `dc` has the client's coordinates.

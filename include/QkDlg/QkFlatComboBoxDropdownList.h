@@ -8,6 +8,7 @@ namespace QkDlg {
 /// host, if the combo is owner-drawn), an arrow button and a list that drops down.
 class QkFlatComboBoxDropdownList : public QkFlatComboBoxDropdownBase {
 public:
+    /// For the window of that control id.
     explicit QkFlatComboBoxDropdownList(UINT id);
     ~QkFlatComboBoxDropdownList() override;
 

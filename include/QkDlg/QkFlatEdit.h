@@ -38,7 +38,9 @@ public:
 protected:
     /// Takes the border off the edit, sets the cue text and binds the object.
     void Prepare(HWND hwnd);
+    /// Makes the frame window, wider by the eye button of a password box.
     void CreateFrame(bool withEye);
+    /// Destroys the frame window, if there is one.
     void DestroyFrame();
     /// Leaves a standard edit behind, if it is still there. For destructors.
     void Release();
@@ -59,6 +61,7 @@ protected:
     virtual void FollowEdit();
     /// What the frame shows inside its border.
     virtual void PaintFrameInside(HDC hdc);
+    /// Repaints the frame some time soon.
     void RefreshFrame();
     /// What the edit is filled with now; sets colours of the DC as well.
     [[nodiscard]] HBRUSH GroundBrush(HDC hdc) const;
@@ -67,6 +70,7 @@ protected:
     /// Whether an object still lives and is bound to the window. To be asked before a member is
     /// touched after a call that may have run the host's code.
     static bool IsBound(const QkFlatEdit* edit, HWND hwnd);
+    /// Moves a helper window, if there is one, to a place in its parent's client area.
     static void Place(HWND helper, const RECT& place);
     /// What every flat edit does about a message, passing it on included.
     LRESULT HandleCommon(const Message& message);

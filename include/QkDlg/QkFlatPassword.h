@@ -12,6 +12,7 @@ public:
     /// Sent to the edit: takes the eye away for good and shows the text plainly.
     static constexpr UINT kTurnEyeOff = WM_USER + 123;
 
+    /// `cueText` is shown in the empty box, while it has the focus as well.
     explicit QkFlatPassword(UINT id, std::wstring_view cueText = {});
     ~QkFlatPassword() override;
 
@@ -24,11 +25,14 @@ public:
 
     /// Shows the text or masks it, and gives the edit the focus. Nothing once the eye is off.
     void ToggleReveal();
+    /// Hides the eye for good and shows the text plainly; what kTurnEyeOff does.
     void TurnEyeOff();
 
-    /// The helper windows; null before Attach and after their end.
+    /// The eye button; null before Attach and after its end.
     [[nodiscard]] HWND GetEyeButton() const { return m_eyeButton; }
+    /// The eye's tooltip window; null before Attach and after its end.
     [[nodiscard]] HWND GetTooltip() const { return m_tooltipWindow; }
+    /// Whether the eye or Alt+F8 has shown the text.
     [[nodiscard]] bool IsRevealed() const { return m_revealed; }
 
 protected:

@@ -15,6 +15,7 @@ struct Progress;
 /// it by mouse and keyboard. State, bar colour and marquee are a progress bar's only.
 class QkFlatProgressBar : public QkCustomControl {
 public:
+    /// For the window of that control id.
     explicit QkFlatProgressBar(UINT id);
     ~QkFlatProgressBar() override;
 

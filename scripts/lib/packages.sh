@@ -9,6 +9,7 @@ TEST_PACKAGES=(g++ g++-mingw-w64-i686-posix googletest)
 # The fuzz targets, and the parser that one of them compares with.
 FUZZ_PACKAGES=(clang libclang-rt-dev libexpat1-dev)
 CLANG_PACKAGES=(clang clang-tidy clang-format binutils python3 git)
+DOCS_PACKAGES=(doxygen g++-mingw-w64-x86-64-posix git python3)
 BENCH_PACKAGES=(g++ libbenchmark-dev libpugixml-dev libxml2-dev)
 
 is_installed() {

@@ -6,6 +6,7 @@
 #include "QkCustCtrl/ListViewPainter.h"
 #include "QkCustCtrl/SubclassGlue.h"
 #include "QkDlg/ScrollbarHolder.h"
+#include "QkUtil/ClassProcedure.h"
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
 
@@ -70,7 +71,7 @@ void layOutAgain(HWND list) {
 
 QkFlatListView::QkFlatListView(UINT id)
     : QkCustomControl(id, nullptr, {}, 0),
-      m_painter(std::make_unique<ListViewPainter>()),
+      m_painter(std::make_shared<ListViewPainter>()),
       m_rowSpacerImages(makeRowSpacer()),
       m_scrollHolder(makeScrollHolder()) {}
 
@@ -98,7 +99,7 @@ PaintedList QkFlatListView::Painted() const {
             HasCheckBoxes(),
             m_hotRow,
             m_keyboard && GetFocus() == m_hWnd,
-            SendMessageW(m_hWnd, LVM_ISGROUPVIEWENABLED, 0, 0) != 0};
+            askClass(m_hWnd, LVM_ISGROUPVIEWENABLED) != 0};
 }
 
 /// The control resets state images when its style changes, and some set a ground of their own.
