@@ -51,7 +51,7 @@ void QkFlatComboBoxDropdownList::Paint(HDC hdc) {
 
 void QkFlatComboBoxDropdownList::DrawItemText(HDC dc, const RECT& area) {
     const Selection font(dc, ControlFont());
-    const std::wstring text = GetText();
+    const std::wstring text = ItemText();
     const int x = captionPadding();
     const std::wstring_view shown = cutToFit(
         text, x, area.right, [dc](std::wstring_view part) { return extentOf(dc, part).width; });
@@ -63,6 +63,18 @@ void QkFlatComboBoxDropdownList::DrawItemText(HDC dc, const RECT& area) {
     }
     SetBkMode(dc, TRANSPARENT);
     TextOutW(dc, x, y, shown.data(), static_cast<int>(shown.size()));
+}
+
+/// The combo's text, read where the standard combo reads it.
+std::wstring QkFlatComboBoxDropdownList::ItemText() const {
+    const auto chosen = static_cast<WPARAM>(AskList(LB_GETCURSEL));
+    const LRESULT length = AskList(LB_GETTEXTLEN, chosen);
+    if (length <= 0)
+        return {};
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+    const LRESULT taken = AskList(LB_GETTEXT, chosen, reinterpret_cast<LPARAM>(text.data()));
+    text.resize(taken > 0 ? static_cast<std::size_t>(taken) : 0);
+    return text;
 }
 
 /// The item of an owner-drawn combo, asked for as the standard combo asks for it.
