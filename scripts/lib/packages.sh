@@ -10,6 +10,7 @@ TEST_PACKAGES=(g++ g++-mingw-w64-i686-posix googletest)
 FUZZ_PACKAGES=(clang libclang-rt-dev libexpat1-dev)
 CLANG_PACKAGES=(clang clang-tidy clang-format binutils python3 git)
 BENCH_PACKAGES=(g++ libbenchmark-dev libpugixml-dev libxml2-dev)
+PLOT_PACKAGES=(python3 python3-matplotlib)
 
 is_installed() {
     [[ $(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
