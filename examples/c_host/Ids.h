@@ -2,10 +2,7 @@
 #ifndef C_HOST_IDS_H
 #define C_HOST_IDS_H
 
-#ifndef IDC_STATIC
-#define IDC_STATIC (-1)
-#endif
-
 #define IDD_SAVE_CHANGES 100
+#define IDC_QUESTION 1001
 
 #endif

@@ -13,6 +13,7 @@ constexpr UINT WM_FADECOLOR = WM_USER + 111;
 class ColourFade {
 public:
     ColourFade() = default;
+    /// Ends a fade that runs.
     ~ColourFade() { Stop(); }
     ColourFade(const ColourFade&) = delete;
     ColourFade& operator=(const ColourFade&) = delete;
@@ -23,6 +24,7 @@ public:
     /// Ends the fade where it is. A tick that still comes finds nothing and ends its timer.
     void Stop();
 
+    /// Whether steps are still to come.
     [[nodiscard]] bool IsRunning() const { return m_bRunning; }
 
 private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <cstdint>
 
 namespace QkDlg {
@@ -20,11 +21,12 @@ constexpr std::uint32_t kImageIdEnd = 0x7FFFFFFF;
     return bucket;
 }
 
-/// The bitmap resource ids of a control's images, up to three, each in eight sizes.
+/// The bitmap resource ids of a control's images, up to three, each in eight sizes. Lists of the
+/// same ids share them; the ids are kept for the life of the process.
 class ImageIdList {
 public:
     /// An empty list.
-    ImageIdList() = default;
+    ImageIdList();
 
     /// Copies ids up to and including kImageIdEnd; null gives an empty list. The number of entries
     /// must be one more than a multiple of 8, or the assertion report is raised.
@@ -33,17 +35,25 @@ public:
     /// The list of one image whose eight ids follow each other.
     [[nodiscard]] static ImageIdList fromFirstId(std::uint32_t firstId);
 
-    [[nodiscard]] std::uint32_t imageCount() const { return m_count; }
+    /// How many images the list has, 0 to 3.
+    [[nodiscard]] std::uint32_t imageCount() const { return m_slots->count; }
 
     /// The resource id of an image at a DPI bucket, 0 for none. An image past the last reads as
     /// image 0. An empty list has id 0 for images 0 to 2 and raises the assertion report beyond.
     [[nodiscard]] std::uint32_t idOf(std::uint32_t image, unsigned bucket) const;
 
 private:
-    static constexpr unsigned kSlots = 25;
+    struct Slots {
+        std::array<std::uint32_t, 25> ids{};
+        std::uint32_t count = 0;  ///< of images
 
-    std::array<std::uint32_t, kSlots> m_slots{};
-    std::uint32_t m_count = 0;
+        auto operator<=>(const Slots&) const = default;
+    };
+
+    explicit ImageIdList(const Slots& slots);
+    static const Slots* shared(const Slots& slots);
+
+    const Slots* m_slots;
 };
 
 }  // namespace QkDlg

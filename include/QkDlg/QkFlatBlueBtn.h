@@ -8,6 +8,7 @@ namespace QkDlg {
 /// fade, and a ring on the parent while it is hot or pressed.
 class QkFlatBlueBtn : public QkFlatBtn {
 public:
+    /// For the window of that control id.
     explicit QkFlatBlueBtn(UINT id);
 
     int OnAnimateColor(COLORREF colour) override;

@@ -6,16 +6,17 @@ namespace QkDlg {
 
 /// The pictures of a check box or radio button.
 struct ToggleImages {
-    ImageIdList checked;
-    ImageIdList unchecked;
-    ImageIdList checkedDisabled;
-    ImageIdList uncheckedDisabled;
+    ImageIdList checked;            ///< checked and enabled
+    ImageIdList unchecked;          ///< not checked, enabled
+    ImageIdList checkedDisabled;    ///< checked and disabled
+    ImageIdList uncheckedDisabled;  ///< not checked, disabled
 };
 
 /// A two-state button with a picture for each state beside a left-aligned caption. The standard
 /// style BS_LEFTTEXT puts the picture on the right.
 class QkFlatBmpToggleBase : public QkFlatToggleBase {
 public:
+    /// For the window of that control id. The pictures are those of the derived class.
     QkFlatBmpToggleBase(UINT id, const ToggleImages& images);
 
     void Attach(HWND hwnd) override;
@@ -29,10 +30,10 @@ protected:
     /// How thick their lines are there, for a picture of that width; pixels.
     [[nodiscard]] static int HighContrastLine(int pictureWidth);
 
-    ImageIdList m_imgChecked;
-    ImageIdList m_imgUnchecked;
-    ImageIdList m_imgCheckedDisabled;
-    ImageIdList m_imgUncheckedDisabled;
+    ImageIdList m_imgChecked;            ///< checked and enabled
+    ImageIdList m_imgUnchecked;          ///< not checked, enabled
+    ImageIdList m_imgCheckedDisabled;    ///< checked and disabled
+    ImageIdList m_imgUncheckedDisabled;  ///< not checked, disabled
 };
 
 }  // namespace QkDlg

@@ -13,6 +13,8 @@ struct Message;
 /// and the keyboard do, and the notifications, stay the standard button's own.
 class QkFlatBtn : public QkCustomControl {
 public:
+    /// `imageIds`: up to three images, normal, hot and pressed, as ImageIdList takes them, from the
+    /// resources of the module that holds this class; null for a button without one.
     explicit QkFlatBtn(UINT id, const UINT32* imageIds = nullptr, std::wstring_view fontFace = {},
                        int fontSize = 0);
     ~QkFlatBtn() override;
@@ -27,7 +29,7 @@ public:
     void OnMouseLeave() override;
     void CalcFocusRect() override;
 
-    /// Paints the button in its current state.
+    /// Paints the button in its current state into a DC with the client area's coordinates.
     virtual void Paint(HDC hdc);
 
     /// White on the accent colour, pressed too, so that the caption can always be read.

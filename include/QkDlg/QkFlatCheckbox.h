@@ -10,16 +10,17 @@ namespace QkDlg {
 /// A flat check box over a standard one of any style.
 class QkFlatCheckbox : public QkFlatBmpToggleBase {
 public:
+    /// For the window of that control id.
     explicit QkFlatCheckbox(UINT id);
 
     void DrawImage(HDC hdc, HBITMAP bitmap, int x, int y) override;
 
     /// Where CreateInParent puts the window, in pixels of the parent's client area.
     struct Place {
-        int x = 0;
-        int y = 0;
-        int width = 0;
-        int height = 0;
+        int x = 0;       ///< left edge
+        int y = 0;       ///< upper edge
+        int width = 0;   ///< of box, padding and caption
+        int height = 0;  ///< of the window
     };
 
     /// Creates an automatic check box as a child of `parent` and makes it flat. Null when the

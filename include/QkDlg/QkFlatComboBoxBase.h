@@ -21,7 +21,9 @@ public:
 
     /// Paints the combo; here just its border.
     virtual void Paint(HDC hdc);
+    /// Draws the border of edit or item on the screen.
     virtual void DrawItemBorder();
+    /// Draws the border of the list on the screen.
     virtual void DrawListBorder();
 
     /// The edit or the item; null before Attach.
@@ -30,10 +32,14 @@ public:
     [[nodiscard]] HWND GetListWindow() const { return m_listWindow; }
 
 protected:
+    /// For the window of that control id, in the default font.
     explicit QkFlatComboBoxBase(UINT id);
 
     /// Puts the list under the item: so much wider on each side, so far below.
     void AlignList(int overhang, int gap);
+
+    /// Asks the standard list underneath; 0 without a list.
+    LRESULT AskList(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
     /// COMBOBOXINFO of a combo; a drop-down list that names no item is its own.
     [[nodiscard]] static COMBOBOXINFO ComboInfo(HWND combo);
@@ -56,6 +62,8 @@ private:
     void OnPaint();
     void OnSize();
     [[nodiscard]] HBRUSH ColourItem(HDC hdc);
+
+    WNDPROC m_listProc = nullptr;  ///< the list's procedure before it was subclassed
 };
 
 }  // namespace QkDlg

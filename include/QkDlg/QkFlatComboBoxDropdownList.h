@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "QkDlg/QkFlatComboBoxDropdownBase.h"
 
 namespace QkDlg {
@@ -8,6 +10,7 @@ namespace QkDlg {
 /// host, if the combo is owner-drawn), an arrow button and a list that drops down.
 class QkFlatComboBoxDropdownList : public QkFlatComboBoxDropdownBase {
 public:
+    /// For the window of that control id.
     explicit QkFlatComboBoxDropdownList(UINT id);
     ~QkFlatComboBoxDropdownList() override;
 
@@ -15,6 +18,7 @@ public:
     void Paint(HDC hdc) override;
 
 private:
+    [[nodiscard]] std::wstring ItemText() const;
     void DrawItemText(HDC dc, const RECT& area);
     void LetHostDrawItem(HDC dc, const RECT& area) const;
 };

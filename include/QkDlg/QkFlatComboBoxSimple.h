@@ -7,6 +7,7 @@ namespace QkDlg {
 /// A flat combo box of style CBS_SIMPLE: a flat edit and, always open under it, the list.
 class QkFlatComboBoxSimple : public QkFlatComboBoxBase {
 public:
+    /// For the window of that control id.
     explicit QkFlatComboBoxSimple(UINT id);
     ~QkFlatComboBoxSimple() override;
 

@@ -8,6 +8,7 @@ namespace QkDlg {
 /// on BCN_DROPDOWN and on BN_CLICKED alike.
 class QkFlatDropBtn : public QkFlatSplitBtn {
 public:
+    /// For the window of that control id.
     explicit QkFlatDropBtn(UINT id);
 };
 

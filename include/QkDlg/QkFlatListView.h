@@ -30,6 +30,7 @@ struct PaintedList;
 /// NM_CUSTOMDRAW of list and header does not reach the application in report view.
 class QkFlatListView : public QkCustomControl {
 public:
+    /// For the window of that control id.
     explicit QkFlatListView(UINT id);
     ~QkFlatListView() override;
 
@@ -81,7 +82,7 @@ private:
     LRESULT PassOnPaint(const Message& message, DWORD_PTR referenceData);
     LRESULT PassOnItemState(const Message& message, DWORD_PTR referenceData);
 
-    std::unique_ptr<ListViewPainter> m_painter;  ///< with the font and the check-box bitmaps
+    std::shared_ptr<ListViewPainter> m_painter;  ///< with the font and the check-box bitmaps
     HIMAGELIST m_savedSmallImages = nullptr;     ///< the application's
     std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, ImageListDeleter>
         m_rowSpacerImages;      ///< empty, as high as a row

@@ -12,6 +12,7 @@ public:
     /// Sent to the edit: takes the eye away for good and shows the text plainly.
     static constexpr UINT kTurnEyeOff = WM_USER + 123;
 
+    /// `cueText` is shown in the empty box, while it has the focus as well.
     explicit QkFlatPassword(UINT id, std::wstring_view cueText = {});
     ~QkFlatPassword() override;
 
@@ -24,11 +25,14 @@ public:
 
     /// Shows the text or masks it, and gives the edit the focus. Nothing once the eye is off.
     void ToggleReveal();
+    /// Hides the eye for good and shows the text plainly; what kTurnEyeOff does.
     void TurnEyeOff();
 
-    /// The helper windows; null before Attach and after their end.
+    /// The eye button; null before Attach and after its end.
     [[nodiscard]] HWND GetEyeButton() const { return m_eyeButton; }
+    /// The eye's tooltip window; null before Attach and after its end.
     [[nodiscard]] HWND GetTooltip() const { return m_tooltipWindow; }
+    /// Whether the eye or Alt+F8 has shown the text.
     [[nodiscard]] bool IsRevealed() const { return m_revealed; }
 
 protected:
@@ -41,6 +45,9 @@ private:
     static LRESULT CALLBACK EyeProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR referenceData);
 
+    /// What the eye shows on the screen.
+    enum class EyeLook : std::uint8_t { Unknown, Masked, Revealed, Blank };
+
     void CreateEye();
     void CreateTooltip();
     void RegisterTool();
@@ -48,6 +55,9 @@ private:
 
     void PaintEye(HDC hdc);
     void PaintEyeNow();
+    void PrintEye(HDC hdc);
+    void RenewEye();
+    [[nodiscard]] EyeLook WantedLook() const;
     void DrawEye(HDC hdc);
     void BlankEye(HDC hdc, COLORREF colour);
     void SetEyeAvailable(bool available);
@@ -60,6 +70,7 @@ private:
     bool m_revealed = false;        ///< the text is shown plainly
     bool m_refocusPending = false;  ///< the eye's next paint gives the focus back to the edit
     bool m_eyeEnabled = true;       ///< showing and masking is available
+    EyeLook m_eyeLook = EyeLook::Unknown;
 };
 
 }  // namespace QkDlg

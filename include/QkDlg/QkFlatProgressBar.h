@@ -15,6 +15,7 @@ struct Progress;
 /// it by mouse and keyboard. State, bar colour and marquee are a progress bar's only.
 class QkFlatProgressBar : public QkCustomControl {
 public:
+    /// For the window of that control id.
     explicit QkFlatProgressBar(UINT id);
     ~QkFlatProgressBar() override;
 
@@ -39,7 +40,6 @@ private:
     [[nodiscard]] bool HasStyle(LONG_PTR style) const;
     [[nodiscard]] bool IsVertical() const;
     [[nodiscard]] bool IsMarquee() const;
-    LRESULT Ask(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     [[nodiscard]] Progress CurrentProgress() const;
     LRESULT PassOnAndCompare(const Message& message, DWORD_PTR referenceData);
     [[nodiscard]] COLORREF BarColour() const;

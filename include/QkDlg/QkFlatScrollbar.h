@@ -24,6 +24,7 @@ struct ScrollRange;
 /// parent's to do, which may also disable, destroy or delete the bar meanwhile.
 class QkFlatScrollbar : public QkCustomControl {
 public:
+    /// For the window of that control id, whose own style does not decide the direction.
     QkFlatScrollbar(UINT id, bool vertical);
     ~QkFlatScrollbar() override;
 
@@ -46,6 +47,7 @@ public:
     [[nodiscard]] virtual int HitTest(int x, int y) const;
     /// Stores a position as given, in the range or not.
     virtual void SetPosition(int position, bool redraw);
+    /// Both ends belong to the range. The position stays as it is.
     virtual void SetRange(int min, int max, bool redraw);
     /// A negative page counts as 0.
     virtual void SetPage(int page, bool redraw);
@@ -60,7 +62,9 @@ public:
     /// What the thumb scrolls over.
     [[nodiscard]] virtual ScrollRange ThumbRange() const;
 
+    /// As the object was made.
     [[nodiscard]] bool IsVertical() const { return m_bVertical != 0; }
+    /// The position as it was set last; while the thumb is dragged that of before.
     [[nodiscard]] int GetPosition() const { return m_nPos; }
 
 protected:

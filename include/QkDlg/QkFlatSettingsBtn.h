@@ -8,6 +8,7 @@ namespace QkDlg {
 /// resizes the window about its centre.
 class QkFlatSettingsBtn : public QkFlatBtn {
 public:
+    /// For the window of that control id.
     explicit QkFlatSettingsBtn(UINT id);
 
     /// Chooses the gear for the colour scheme anew and repaints.

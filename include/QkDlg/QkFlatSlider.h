@@ -13,6 +13,7 @@ namespace QkDlg {
 /// shorten the range: a fifth of the range as it is at Attach, until it is set.
 class QkFlatSlider : public QkFlatScrollbar {
 public:
+    /// For the window of that control id, whose own style does not decide the direction.
     QkFlatSlider(UINT id, bool vertical);
     ~QkFlatSlider() override;
 

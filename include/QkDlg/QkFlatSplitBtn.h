@@ -8,6 +8,7 @@ namespace QkDlg {
 /// right. The standard control sends BN_CLICKED for its face and BCN_DROPDOWN for its arrow.
 class QkFlatSplitBtn : public QkFlatBtn {
 public:
+    /// For the window of that control id.
     explicit QkFlatSplitBtn(UINT id);
 
     int OnAnimateColor(COLORREF colour) override;
@@ -17,7 +18,7 @@ public:
     [[nodiscard]] UINT32 GetSplitStyle() const { return m_nSplitStyle; }
 
 protected:
-    UINT32 m_nSplitStyle = 0;
+    UINT32 m_nSplitStyle = 0;  ///< what GetSplitStyle returns
 };
 
 }  // namespace QkDlg

@@ -11,6 +11,7 @@ class QkFlatStaticText : public QkCustomControl {
 public:
     /// Black on white in the default font.
     explicit QkFlatStaticText(UINT id);
+    /// On white. An empty face and a size of 0 mean the default; size in points.
     QkFlatStaticText(UINT id, std::wstring_view fontFace, int fontSize, COLORREF textColour);
     ~QkFlatStaticText() override;
 
@@ -25,6 +26,7 @@ public:
     void FillGround();
     /// Whether the label draws itself instead of the standard control: a disabled text.
     [[nodiscard]] bool DrawsItself() const;
+    /// Draws the disabled text, on the ground that the parent gives (WM_CTLCOLORSTATIC).
     void PaintDisabled(HDC hdc);
 
 private:

@@ -9,6 +9,7 @@ namespace QkDlg {
 /// and hovering does not fade it.
 class QkFlatToggleBase : public QkFlatBtn {
 public:
+    /// For the window of that control id.
     explicit QkFlatToggleBase(UINT id);
     ~QkFlatToggleBase() override;
 

@@ -9,7 +9,9 @@ namespace QkDlg {
 /// state only, without BN_CLICKED; by keyboard it is the standard check box's own.
 class QkFlatToggleBtn : public QkFlatToggleBase {
 public:
+    /// For the window of that control id.
     explicit QkFlatToggleBtn(UINT id);
+    ~QkFlatToggleBtn() override;
 
     /// Binds, gives the window the size of a switch, and sets its text.
     void Attach(HWND hwnd) override;
@@ -19,7 +21,9 @@ public:
     void CalcFocusRect() override;
     void Paint(HDC hdc) override;
 
+    /// The thumb as last painted, in client coordinates.
     [[nodiscard]] const RECT& GetThumb() const { return m_rcThumb; }
+    /// The track as last painted, in client coordinates.
     [[nodiscard]] const RECT& GetTrack() const { return m_rcTrack; }
 
 private:

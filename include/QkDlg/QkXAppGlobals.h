@@ -29,7 +29,9 @@ public:
 
     /// The host's instance or resource module; the running program where none was given.
     [[nodiscard]] HMODULE GetModule(HostModule which) const;
+    /// The first path; empty where none was given. The record keeps it.
     [[nodiscard]] const wchar_t* GetPath1() const { return m_szPath1.data(); }
+    /// The second path; the same.
     [[nodiscard]] const wchar_t* GetPath2() const { return m_szPath2.data(); }
 
 private:

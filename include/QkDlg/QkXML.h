@@ -27,7 +27,9 @@ using QkXMLChar = wchar_t;
 #else
 using QkXMLChar = char16_t;
 #endif
+/// A text that is owned.
 using QkXMLString = std::basic_string<QkXMLChar>;
+/// A text that is not; made from a null pointer it is undefined behaviour.
 using QkXMLStringView = std::basic_string_view<QkXMLChar>;
 
 class QkXMLElement;
@@ -39,16 +41,20 @@ public:
     QkXMLParent(const QkXMLParent&) = delete;
     QkXMLParent& operator=(const QkXMLParent&) = delete;
 
+    /// The child elements; AppendChild adds to them.
     [[nodiscard]] const std::vector<std::unique_ptr<QkXMLElement>>& Children() const {
         return m_children;
     }
 
 protected:
     QkXMLParent();
+    /// Takes the children over; the other is left without any.
     QkXMLParent(QkXMLParent&& other) noexcept;
+    /// The same; the children of before are gone.
     QkXMLParent& operator=(QkXMLParent&& other) noexcept;
     ~QkXMLParent();
 
+    /// Frees all children with all that is in them.
     void RemoveChildren() noexcept;
 
 private:
@@ -59,9 +65,10 @@ private:
     std::vector<std::unique_ptr<QkXMLElement>> m_children;
 };
 
+/// An attribute of an element.
 struct QkXMLAttribute {
-    QkXMLString name;
-    QkXMLString value;
+    QkXMLString name;   ///< as it stands in the document
+    QkXMLString value;  ///< with references replaced
 };
 
 /// An element with its name, its attributes in document order, no two of one name, and its text:
@@ -69,12 +76,17 @@ struct QkXMLAttribute {
 /// is where among the children the text stood.
 class QkXMLElement final : public QkXMLParent {
 public:
+    /// An element without attributes and children. Saving checks the name.
     explicit QkXMLElement(QkXMLStringView name, QkXMLStringView text = {});
 
+    /// The name, never changed.
     [[nodiscard]] const QkXMLString& Name() const { return m_name; }
+    /// All text directly in the element.
     [[nodiscard]] const QkXMLString& Text() const { return m_text; }
+    /// Replaces the text; the children stay.
     void SetText(QkXMLStringView text) { m_text = text; }
 
+    /// In document order.
     [[nodiscard]] const std::vector<QkXMLAttribute>& Attributes() const { return m_attributes; }
     /// The value, or null when there is no attribute of that name.
     [[nodiscard]] const QkXMLString* FindAttribute(QkXMLStringView name) const;
@@ -101,7 +113,9 @@ struct QkXMLError {
 class QkXML final : public QkXMLParent {
 public:
     QkXML() = default;
+    /// Takes over the elements and the error; the other is left without elements.
     QkXML(QkXML&& other) noexcept = default;
+    /// The same.
     QkXML& operator=(QkXML&& other) noexcept = default;
     ~QkXML() = default;
 
@@ -141,18 +155,22 @@ private:
 
 /// The first child element of that name, or null. Of a document: the first top-level element.
 [[nodiscard]] const QkXMLElement* FindChild(const QkXMLParent& node, const QkXMLChar* name);
+/// The same, to change it.
 [[nodiscard]] QkXMLElement* FindChild(QkXMLParent& node, const QkXMLChar* name);
 
 /// Elements that a tree owns; valid until the tree is loaded anew, cleared or destroyed.
 using QkXMLElements = std::vector<QkXMLElement*>;
+/// The same of a tree that is only read.
 using QkXMLConstElements = std::vector<const QkXMLElement*>;
 
 /// Fills `result` with all children of that name, in document order, in place of what it held.
 void GetChildren(const QkXMLParent& node, QkXMLConstElements& result, const QkXMLChar* name);
+/// The same, to change them.
 void GetChildren(QkXMLParent& node, QkXMLElements& result, const QkXMLChar* name);
 
 /// The element at that index; one at or past the end is a broken contract.
 [[nodiscard]] const QkXMLElement& ChildAt(const QkXMLConstElements& list, std::size_t index);
+/// The same, to change it.
 [[nodiscard]] QkXMLElement& ChildAt(const QkXMLElements& list, std::size_t index);
 
 /// The text of the first child of that name, or the default when there is no such child.
@@ -171,6 +189,7 @@ void GetChildren(QkXMLParent& node, QkXMLElements& result, const QkXMLChar* name
 
 /// Gives the attribute of that name the value, in its place; a new one comes last.
 void SetAttribute(QkXMLElement& node, const QkXMLChar* name, QkXMLStringView value);
+/// The same with the number in decimal.
 void SetAttributeInt(QkXMLElement& node, const QkXMLChar* name, int value);
 
 /// Makes `child` the last child. Returns it.

@@ -6,6 +6,7 @@
 #include "QkDlg/ImageIdList.h"
 #include "QkDlg/UiColors.h"
 #include "QkUtil/Bitmaps.h"
+#include "QkUtil/ClassProcedure.h"
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
 #include "QkUtil/Resources.h"
@@ -64,10 +65,15 @@ void drawFocusCue(HDC dc, const RECT& row, const ListLengths& lengths) {
 /// The cursor in client coordinates of a window, unless the mouse is over another one.
 std::optional<POINT> cursorIn(HWND hwnd) {
     POINT cursor{};
-    if (!GetCursorPos(&cursor) || WindowFromPoint(cursor) != hwnd)
+    if (!GetCursorPos(&cursor))
         return std::nullopt;
-    ScreenToClient(hwnd, &cursor);
-    return cursor;
+    POINT inside = cursor;
+    ScreenToClient(hwnd, &inside);
+    const RECT client = clientRect(hwnd);
+    // Mostly the mouse is elsewhere, and what window that is need not be asked.
+    if (!PtInRect(&client, inside) || WindowFromPoint(cursor) != hwnd)
+        return std::nullopt;
+    return inside;
 }
 
 bool hasArea(const RECT& rect) {
@@ -99,7 +105,7 @@ void readText(HWND list, LVITEMW& item, Text& text) {
     constexpr auto capacity = static_cast<int>(std::tuple_size_v<Text>);
     item.pszText = text.data();
     item.cchTextMax = capacity;
-    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    askClass(list, LVM_GETITEMW, 0, &item);
     // A list may answer with a text of its own instead of filling the buffer.
     if (item.pszText && item.pszText != text.data() && item.pszText != LPSTR_TEXTCALLBACKW)
         lstrcpynW(text.data(), item.pszText, capacity);
@@ -131,8 +137,7 @@ struct HeaderItem {
         item.mask = HDI_TEXT | HDI_FORMAT;
         item.pszText = text.data();
         item.cchTextMax = static_cast<int>(text.size());
-        SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(index),
-                     reinterpret_cast<LPARAM>(&item));
+        askClass(header, HDM_GETITEMW, static_cast<WPARAM>(index), &item);
         format = item.fmt;
         // A header may answer with a text of its own instead of filling the buffer.
         if (item.pszText && item.pszText != text.data())
@@ -146,14 +151,14 @@ struct HeaderItem {
 /// In client coordinates of the list, up and down those of the header.
 RECT columnRect(const PaintedList& painted, std::size_t subItem) {
     RECT rect{};
-    SendMessageW(painted.header, HDM_GETITEMRECT, subItem, reinterpret_cast<LPARAM>(&rect));
+    askClass(painted.header, HDM_GETITEMRECT, subItem, &rect);
     // The header moves with the list when that one scrolls sideways.
     MapWindowPoints(painted.header, painted.list, reinterpret_cast<POINT*>(&rect), 2);
     return rect;
 }
 
 int firstDisplayedOf(HWND header) {
-    return static_cast<int>(SendMessageW(header, HDM_ORDERTOINDEX, 0, 0));
+    return static_cast<int>(askClass(header, HDM_ORDERTOINDEX));
 }
 
 void writeHeader(HDC dc, const HeaderItem& item, const RECT& rect, COLORREF ink) {
@@ -182,7 +187,7 @@ int hotRowOf(HWND list) {
         return -1;
     LVHITTESTINFO hit{};
     hit.pt = *cursor;
-    SendMessageW(list, LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    askClass(list, LVM_HITTEST, 0, &hit);
     return (hit.flags & LVHT_ONITEM) != 0 ? hit.iItem : -1;
 }
 
@@ -192,15 +197,14 @@ int hotHeaderItemOf(HWND header) {
         return -1;
     HDHITTESTINFO hit{};
     hit.pt = *cursor;
-    SendMessageW(header, HDM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    askClass(header, HDM_HITTEST, 0, &hit);
     return (hit.flags & (HHT_ONHEADER | HHT_ONDIVIDER | HHT_ONDIVOPEN)) != 0 ? hit.iItem : -1;
 }
 
 RECT labelArea(const PaintedList& painted, int row) {
     RECT bounds{};
     bounds.left = LVIR_BOUNDS;
-    SendMessageW(painted.list, LVM_GETITEMRECT, static_cast<WPARAM>(row),
-                 reinterpret_cast<LPARAM>(&bounds));
+    askClass(painted.list, LVM_GETITEMRECT, static_cast<WPARAM>(row), &bounds);
     const ListLengths lengths(screenDpi());
     const RECT column = columnRect(painted, 0);
     const Rect cell{column.left, bounds.top, column.right, bounds.bottom};
@@ -248,7 +252,6 @@ ListViewPainter::Run ListViewPainter::NewRun(const PaintedList& painted) {
     run.painted = painted;
     run.lengths = ListLengths(screenDpi());
     run.highContrast = IsHighContrast();
-    run.lowColour = IsLowColourDisplay();
     run.enabled = IsWindowEnabled(painted.list) != FALSE;
     run.firstDisplayed = firstDisplayedOf(painted.header);
     if (run.highContrast != m_bitmapsInHighContrast)
@@ -276,7 +279,7 @@ const ListViewPainter::Column& ListViewPainter::ColumnOf(Run& run, int subItem) 
     column->rect = columnRect(run.painted, index);
     HDITEMW item{};
     item.mask = HDI_FORMAT;
-    SendMessageW(header, HDM_GETITEMW, index, reinterpret_cast<LPARAM>(&item));
+    askClass(header, HDM_GETITEMW, index, &item);
     column->rightAligned = (item.fmt & HDF_JUSTIFYMASK) == HDF_RIGHT;
     return *column;
 }
@@ -304,7 +307,7 @@ ListViewPainter::RowState ListViewPainter::RowOf(const Run& run, const NMCUSTOMD
         row.label = *told;
         // Not LVM_GETITEMSTATE: an owner-data list of Wine's leaves some of its bits to chance.
         item.mask = LVIF_STATE;
-        SendMessageW(run.painted.list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        askClass(run.painted.list, LVM_GETITEMW, 0, &item);
     } else {
         item.mask = LVIF_STATE | LVIF_TEXT | (run.painted.icons ? LVIF_IMAGE : 0U);
         readText(run.painted.list, item, row.label);
@@ -345,14 +348,27 @@ LRESULT ListViewPainter::PaintHeaderItem(const NMCUSTOMDRAW& draw, HWND header) 
     return CDRF_SKIPDEFAULT;
 }
 
+void ListViewPainter::BeginRow(Run& run, const NMCUSTOMDRAW& draw) {
+    run.row = RowOf(run, draw);
+    paintFace(draw.hdc, draw.rc, FaceOf(run));
+    if (run.painted.focusCue && (run.row.state & LVIS_FOCUSED) != 0)
+        drawFocusCue(draw.hdc, draw.rc, run.lengths);
+}
+
 LRESULT ListViewPainter::PaintRow(const NMLVCUSTOMDRAW& draw, const PaintedList& painted) {
     std::optional<Run> own;
-    Run& run = m_run ? *m_run : own.emplace(NewRun(painted));
-    run.row = RowOf(run, draw.nmcd);
-    paintFace(draw.nmcd.hdc, draw.nmcd.rc, FaceOf(run));
-    if (painted.focusCue && (run.row.state & LVIS_FOCUSED) != 0)
-        drawFocusCue(draw.nmcd.hdc, draw.nmcd.rc, run.lengths);
+    BeginRow(m_run ? *m_run : own.emplace(NewRun(painted)), draw.nmcd);
     return CDRF_NOTIFYSUBITEMDRAW;
+}
+
+LRESULT ListViewPainter::PaintWholeRow(const NMCUSTOMDRAW& draw) {
+    Run& run = *m_run;
+    BeginRow(run, draw);
+    if (run.columnCount < 0)
+        run.columnCount = static_cast<int>(askClass(run.painted.header, HDM_GETITEMCOUNT));
+    for (int subItem = 0; subItem < run.columnCount; ++subItem)
+        DrawCell(run, draw.hdc, subItem);
+    return CDRF_SKIPDEFAULT;
 }
 
 LRESULT ListViewPainter::PaintCell(const NMLVCUSTOMDRAW& draw, const PaintedList& painted) {
@@ -360,23 +376,25 @@ LRESULT ListViewPainter::PaintCell(const NMLVCUSTOMDRAW& draw, const PaintedList
     Run& run = m_run ? *m_run : own.emplace(NewRun(painted));
     if (run.row.row != static_cast<int>(draw.nmcd.dwItemSpec))
         run.row = RowOf(run, draw.nmcd);
-    const Column& column = ColumnOf(run, draw.iSubItem);
-    const Rect cell{column.rect.left, run.row.rect.top, column.rect.right, run.row.rect.bottom};
-    if (!hasArea(toWin32(cell)))
-        return CDRF_SKIPDEFAULT;
+    DrawCell(run, draw.nmcd.hdc, draw.iSubItem);
+    return CDRF_SKIPDEFAULT;
+}
 
-    const bool first = draw.iSubItem == run.firstDisplayed;
-    const CellKind kind{first, painted.checkBoxes, painted.icons != nullptr};
-    const CellParts parts = layOutCell(cell, kind, run.lengths);
-    const HDC dc = draw.nmcd.hdc;
-    if (first && (painted.checkBoxes || painted.icons))
+void ListViewPainter::DrawCell(Run& run, HDC dc, int subItem) {
+    const Column& column = ColumnOf(run, subItem);
+    const RECT cell{column.rect.left, run.row.rect.top, column.rect.right, run.row.rect.bottom};
+    if (!hasArea(cell) || !RectVisible(dc, &cell))
+        return;
+    const bool first = subItem == run.firstDisplayed;
+    const CellKind kind{first, run.painted.checkBoxes, run.painted.icons != nullptr};
+    const CellParts parts = layOutCell(fromWin32(cell), kind, run.lengths);
+    if (first && (kind.hasCheckBox || kind.hasIcon))
         PaintPictures(dc, parts, run);
 
-    const Text text = draw.iSubItem == 0 ? run.row.label : CellText(run, draw.iSubItem);
+    const Text text = subItem == 0 ? run.row.label : CellText(run, subItem);
     const Selection font(dc, m_listFont);
     setTextColours(dc, TextColour(run, first), FaceOf(run).fill);
     writeText(dc, text.data(), parts.text, column.rightAligned);
-    return CDRF_SKIPDEFAULT;
 }
 
 ListViewPainter::Text ListViewPainter::CellText(const Run& run, int subItem) {
@@ -402,9 +420,12 @@ ListViewPainter::Face ListViewPainter::FaceOf(const Run& run) {
 }
 
 COLORREF ListViewPainter::TextColour(const Run& run, bool first) {
-    if (run.highContrast && run.enabled)
-        return GetSysColor(run.row.look == RowLook::Plain ? COLOR_WINDOWTEXT : COLOR_HIGHLIGHTTEXT);
-    if (run.highContrast || (first && !run.enabled))
+    // The colour of disabled texts need not be readable on that of a selection.
+    if (run.highContrast && run.row.look != RowLook::Plain)
+        return GetSysColor(COLOR_HIGHLIGHTTEXT);
+    if (run.highContrast)
+        return GetSysColor(run.enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
+    if (first && !run.enabled)
         return GetDisabledTextColor();
     return first ? kFirstColumnText : kOtherColumnText;
 }
@@ -428,7 +449,7 @@ void ListViewPainter::PaintCheckBox(HDC dc, const Rect& box, const Run& run) con
     const HBITMAP bitmap = m_checkBitmaps.at(checked ? 1 : 0).get();
     if (!bitmap)
         return;
-    if (run.lowColour)
+    if (IsLowColourDisplay())
         copyBitmap(dc, bitmap, box.left, box.top);
     else
         AlphaBlendBitmap(dc, bitmap, box.left, box.top, m_checkSize.cx, m_checkSize.cy);

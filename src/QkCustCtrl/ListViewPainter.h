@@ -61,6 +61,8 @@ public:
     [[nodiscard]] LRESULT PaintHeaderItem(const NMCUSTOMDRAW& draw, HWND header) const;
     [[nodiscard]] LRESULT PaintRow(const NMLVCUSTOMDRAW& draw, const PaintedList& painted);
     [[nodiscard]] LRESULT PaintCell(const NMLVCUSTOMDRAW& draw, const PaintedList& painted);
+    /// A row with all its cells, within a run. The list need not ask for each cell, then.
+    [[nodiscard]] LRESULT PaintWholeRow(const NMCUSTOMDRAW& draw);
 
 private:
     enum class RowLook { Plain, Hot, Selected };
@@ -94,8 +96,8 @@ private:
         ListLengths lengths{0};
         bool highContrast = false;
         bool enabled = true;
-        bool lowColour = false;
         int firstDisplayed = 0;
+        int columnCount = -1;                        ///< not asked for yet
         std::vector<std::optional<Column>> columns;  ///< by sub-item, each filled in when needed
         RowState row;                                ///< the one being painted
         ToldText told;                               ///< the last text that was heard
@@ -108,6 +110,8 @@ private:
     [[nodiscard]] static Text CellText(const Run& run, int subItem);
     [[nodiscard]] static Face FaceOf(const Run& run);
     [[nodiscard]] static COLORREF TextColour(const Run& run, bool first);
+    static void BeginRow(Run& run, const NMCUSTOMDRAW& draw);
+    void DrawCell(Run& run, HDC dc, int subItem);
     void PaintPictures(HDC dc, const CellParts& parts, const Run& run) const;
     void PaintCheckBox(HDC dc, const Rect& box, const Run& run) const;
     void LoadCheckBitmaps();

@@ -7,6 +7,7 @@
 #include "QkDlg/QkFlatListView.h"
 #include "QkDlg/ScrollbarHolder.h"
 #include "QkUtil/Canvas.h"
+#include "QkUtil/ClassProcedure.h"
 #include "QkUtil/Metrics.h"
 #include "QkUtil/MouseTracking.h"
 #include "QkUtil/Rects.h"
@@ -41,21 +42,37 @@ bool isOfGroup(const PaintedList& painted, const NMLVCUSTOMDRAW& draw) {
     return painted.grouped && draw.dwItemType == LVCDI_GROUP;
 }
 
+bool isMirrored(HWND list) {
+    return (GetWindowLongPtrW(list, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
+}
+
 /// Wine's list paints a mirrored window into a buffer that is not mirrored, and so copies it out
 /// the wrong way round.
 void mirrorBuffer(HDC dc, HWND list) {
-    const bool mirrored = (GetWindowLongPtrW(list, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
-    if (mirrored && GetLayout(dc) == 0)
+    if (isMirrored(list) && GetLayout(dc) == 0)
         SetLayout(dc, LAYOUT_RTL);
 }
 
 /// Wine's list redraws a row that changes without the margin at its left end.
 void redrawRowMargins(HWND list) {
     const UniqueRegion update(CreateRectRgn(0, 0, 0, 0));
-    if (GetUpdateRgn(list, update.get(), FALSE) <= NULLREGION)
+    const int kind = GetUpdateRgn(list, update.get(), FALSE);
+    RECT box{};
+    GetRgnBox(update.get(), &box);
+    // What scrolling brings in begins at the edge.
+    if (kind <= NULLREGION || (kind == SIMPLEREGION && box.left <= 0))
         return;
     OffsetRgn(update.get(), -ListLengths(screenDpi()).inset, 0);
     InvalidateRgn(list, update.get(), FALSE);
+    if (!isMirrored(list))
+        return;
+    // Of a mirrored buffer it copies whole rows only to where they belong.
+    RECT rows{};
+    GetUpdateRect(list, &rows, FALSE);
+    const RECT client = clientRect(list);
+    rows.left = client.left;
+    rows.right = client.right;
+    InvalidateRect(list, &rows, FALSE);
 }
 
 /// The ground before any row, as not every version of the control leaves it to the parent, and a
@@ -80,13 +97,12 @@ LRESULT layOutHeader(const Message& message) {
 /// The part of a header right of its last column in the order of display.
 RECT headerEnd(HWND header) {
     RECT end = clientRect(header);
-    const LRESULT count = SendMessageW(header, HDM_GETITEMCOUNT, 0, 0);
+    const LRESULT count = askClass(header, HDM_GETITEMCOUNT);
     if (count <= 0)
         return end;
     RECT last{};
-    const LRESULT index = SendMessageW(header, HDM_ORDERTOINDEX, static_cast<WPARAM>(count - 1), 0);
-    SendMessageW(header, HDM_GETITEMRECT, static_cast<WPARAM>(index),
-                 reinterpret_cast<LPARAM>(&last));
+    const LRESULT index = askClass(header, HDM_ORDERTOINDEX, static_cast<WPARAM>(count - 1));
+    askClass(header, HDM_GETITEMRECT, static_cast<WPARAM>(index), &last);
     end.left = last.right;
     return end;
 }
@@ -159,13 +175,17 @@ LRESULT QkFlatListView::OnCustomDraw(const Message& message) {
     const auto& draw = *reinterpret_cast<const NMLVCUSTOMDRAW*>(message.lParam);
     if (draw.nmcd.hdr.hwndFrom == m_header)
         return OnHeaderDraw(draw.nmcd);
-    const PaintedList painted = m_painter->Current() ? *m_painter->Current() : Painted();
+    // The host answers for texts meanwhile, and may delete the object.
+    const auto painter = m_painter;
+    const bool running = painter->Current() != nullptr;
+    const PaintedList painted = running ? *painter->Current() : Painted();
     if (isOfGroup(painted, draw))
         return message.passOn();
     switch (draw.nmcd.dwDrawStage) {
         case CDDS_PREPAINT: beginList(draw.nmcd.hdc, m_hWnd); return CDRF_NOTIFYITEMDRAW;
-        case CDDS_ITEMPREPAINT: return m_painter->PaintRow(draw, painted);
-        case CDDS_ITEMPREPAINT | CDDS_SUBITEM: return m_painter->PaintCell(draw, painted);
+        case CDDS_ITEMPREPAINT:
+            return running ? painter->PaintWholeRow(draw.nmcd) : painter->PaintRow(draw, painted);
+        case CDDS_ITEMPREPAINT | CDDS_SUBITEM: return painter->PaintCell(draw, painted);
         default: return CDRF_DODEFAULT;
     }
 }
@@ -284,6 +304,8 @@ LRESULT QkFlatListView::OnFlatMessage(const Message& message, DWORD_PTR referenc
         case LVM_INSERTITEMW:
         case LVM_INSERTITEMA: return insertWithBox(message);
         case LVM_SETITEMSTATE: return PassOnItemState(message, referenceData);
+        // Painting fills in the ground, off the screen.
+        case WM_ERASEBKGND:
         case WM_THEMECHANGED: return 1;
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:

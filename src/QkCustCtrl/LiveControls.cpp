@@ -1,14 +1,17 @@
 #include "QkCustCtrl/LiveControls.h"
 
-#include <set>
+#include <unordered_set>
+
+#include "QkUtil/Bitmaps.h"
+#include "QkUtil/Canvas.h"
 
 namespace QkDlg {
 
 namespace {
 
-std::set<const QkCustomControl*>& liveControls() {
+std::unordered_set<const QkCustomControl*>& liveControls() {
     // Never destroyed: a host's static object may end after this module's.
-    static auto& controls = *new std::set<const QkCustomControl*>;
+    static auto& controls = *new std::unordered_set<const QkCustomControl*>;
     return controls;
 }
 
@@ -20,6 +23,11 @@ void LiveControls::add(const QkCustomControl& control) {
 
 void LiveControls::remove(const QkCustomControl& control) {
     liveControls().erase(&control);
+    if (!liveControls().empty())
+        return;
+    // Nobody is left to paint: a host without flat controls has none of their GDI objects either.
+    Canvas::freeKept();
+    freeKeptPictureDc();
 }
 
 QkCustomControl* LiveControls::find(DWORD_PTR referenceData) {

@@ -1,8 +1,12 @@
 #include "QkDlg/QkCustomControl.h"
 
+#include <algorithm>
+#include <array>
+
 #include "QkCustCtrl/CaptionLayout.h"
 #include "QkCustCtrl/FocusRect.h"
 #include "QkCustCtrl/LiveControls.h"
+#include "QkCustCtrl/ParentColours.h"
 #include "QkDlg/DialogFonts.h"
 #include "QkUtil/Bitmaps.h"
 #include "QkUtil/Handles.h"
@@ -41,6 +45,9 @@ bool uiStateHas(HWND hwnd, LRESULT flag) {
 
 }  // namespace
 
+const std::array<COLORREF QkCustomControl::*, 3> QkCustomControl::kFollowers{
+    &QkCustomControl::m_clrHover, &QkCustomControl::m_clrBk, &QkCustomControl::m_clrPressed};
+
 QkCustomControl::QkCustomControl(UINT id, const UINT32* imageIds, std::wstring_view fontFace,
                                  int fontSize)
     : m_nId(id), m_images(imageIds), m_fontFace(fontFace), m_nFontSize(fontSize) {
@@ -49,6 +56,7 @@ QkCustomControl::QkCustomControl(UINT id, const UINT32* imageIds, std::wstring_v
 }
 
 QkCustomControl::~QkCustomControl() {
+    leaveColoursToParent(m_hWnd);
     LiveControls::remove(*this);
 }
 
@@ -56,13 +64,14 @@ void QkCustomControl::OnReserved1() {}
 
 void QkCustomControl::Attach(HWND hwnd) {
     m_hWnd = hwnd;
+    m_standardProc = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(hwnd, GWLP_WNDPROC));
     // An object may be bound again: nothing is left of the last window's mouse.
     m_bPressed = false;
     ForgetGivenFont();
     m_clrAnim = kNoColor;
     m_clrCurBorder = m_clrBorder;
-    if (m_fontFace.empty()) {
-        m_fontFace = defaultFontFace();
+    if (GetFontFace().empty()) {
+        m_fontFace = FontFace(defaultFontFace());
         if (m_nFontSize == 0)
             m_nFontSize = defaultFontSize();
     }
@@ -171,17 +180,18 @@ void QkCustomControl::CalcFocusRect() {
 }
 
 void QkCustomControl::Detach() {
+    leaveColoursToParent(m_hWnd);
     m_hWnd = nullptr;
 }
 
 void QkCustomControl::SetFont(std::wstring_view face, int size, int weight) {
-    m_fontFace = face;
+    m_fontFace = FontFace(face);
     m_nFontSize = size;
     m_nFontWeight = weight;
 }
 
 HFONT QkCustomControl::ControlFont() const {
-    return GetFont(m_nFontSize, m_fontFace, m_nFontWeight, 0);
+    return GetFont(m_nFontSize, GetFontFace(), m_nFontWeight, 0);
 }
 
 COLORREF QkCustomControl::StateTextColor() {
@@ -189,20 +199,48 @@ COLORREF QkCustomControl::StateTextColor() {
 }
 
 void QkCustomControl::FollowTable(COLORREF QkCustomControl::*field, UiColor index) {
+    const auto place =
+        static_cast<std::size_t>(std::ranges::find(kFollowers, field) - kFollowers.begin());
     this->*field = GetUIColor(index);
-    m_tableColours.push_back({field, index, this->*field});
+    m_followed.at(place) = static_cast<std::int8_t>(index);
+    m_taken.at(place) = this->*field;
 }
 
 void QkCustomControl::RenewTableColours() {
-    for (TableColour& colour : m_tableColours) {
-        const COLORREF now = GetUIColor(colour.index);
-        if (this->*colour.field == colour.taken)
-            this->*colour.field = now;
-        colour.taken = now;
+    for (std::size_t i = 0; i < kFollowers.size(); ++i) {
+        if (m_followed.at(i) == kFollowsNothing)
+            continue;
+        const COLORREF now = GetUIColor(m_followed.at(i));
+        COLORREF& field = this->*kFollowers.at(i);
+        if (field == m_taken.at(i))
+            field = now;
+        m_taken.at(i) = now;
     }
 }
 
-UINT QkCustomControl::TextFlags() const {
+LRESULT QkCustomControl::AskStandard(UINT message, WPARAM wParam, LPARAM lParam) const {
+    if (!m_hWnd)
+        return 0;
+    return m_standardProc ? CallWindowProcW(m_standardProc, m_hWnd, message, wParam, lParam)
+                          : SendMessageW(m_hWnd, message, wParam, lParam);
+}
+
+std::wstring QkCustomControl::GetText() const {
+    const auto textInto = [this](wchar_t* buffer, std::size_t size) {
+        return static_cast<std::size_t>(
+            AskStandard(WM_GETTEXT, size, reinterpret_cast<LPARAM>(buffer)));
+    };
+    // Most texts are short and cost one question instead of two.
+    std::array<wchar_t, 128> brief{};
+    const std::size_t taken = textInto(brief.data(), brief.size());
+    if (taken < brief.size() - 1)
+        return {brief.data(), taken};
+    std::wstring text(static_cast<std::size_t>(AskStandard(WM_GETTEXTLENGTH)) + 1, L'\0');
+    text.resize(textInto(text.data(), text.size()));
+    return text;
+}
+
+UINT QkCustomControl::TextFlags(std::wstring_view text) const {
     UINT flags = 0;
     const LONG_PTR exStyle = GetWindowLongPtrW(m_hWnd, GWL_EXSTYLE);
     // A mirrored window reads from right to left by itself.
@@ -210,11 +248,21 @@ UINT QkCustomControl::TextFlags() const {
         flags |= DT_RTLREADING;
     if (GetWindowLongPtrW(m_hWnd, GWL_STYLE) & BS_MULTILINE)
         flags |= DT_WORDBREAK;
-    if (!m_bHonourUiState || uiStateHas(m_hWnd, UISF_HIDEACCEL))
+    // Without a prefix character there is nothing to hide, and nobody is asked.
+    const bool hasPrefix = text.find(L'&') != std::wstring_view::npos;
+    if (!m_bHonourUiState || (hasPrefix && uiStateHas(m_hWnd, UISF_HIDEACCEL)))
         flags |= DT_HIDEPREFIX;
     if (m_bWordEllipsis)
         flags |= DT_WORD_ELLIPSIS;
     return flags;
+}
+
+void QkCustomControl::GiveFont(HFONT font) {
+    if (m_givenFont == font)
+        return;
+    // No redraw: this is the drawing.
+    SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    m_givenFont = font;
 }
 
 void QkCustomControl::DrawCaption(HDC hdc, const std::wstring& text, const RECT& bounds,
@@ -222,14 +270,10 @@ void QkCustomControl::DrawCaption(HDC hdc, const std::wstring& text, const RECT&
     const HFONT font = ControlFont();
     if (!font)
         QkLib::reportAssertFailure(kNoFont);
-    // The standard control measures in the font that it shows; no redraw, this is the drawing.
-    if (m_givenFont != font) {
-        SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-        m_givenFont = font;
-    }
+    GiveFont(font);
     const Selection selected(hdc, font);
     ::SetTextColor(hdc, StateTextColor());
-    const UINT flags = alignment | TextFlags();
+    const UINT flags = alignment | TextFlags(text);
     const CaptionBox box = captionBox(bounds, flags);
     const int length = static_cast<int>(text.size());
     RECT measured = toWin32(box.working());

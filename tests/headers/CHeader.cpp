@@ -1,0 +1,1 @@
+#include "CHeader.c"  // NOLINT(bugprone-suspicious-include): the same, as C++
