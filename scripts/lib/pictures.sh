@@ -4,9 +4,10 @@
 PICTURES=$ROOT/docs/pictures
 BIN=$BUILD/mingw64/bin
 
-# The pages of the gallery that documents may show, by the name of the picture.
-GALLERY_PAGES=(push toggles switches compound labels progress edits passwords combos list columns
-    rows scrollbars holders dialog)
+# The pages of the gallery that documents may show, by the name of the picture: those that stand
+# still.
+GALLERY_PAGES=(push toggles switches compound labels edits passwords combos list columns rows
+    scrollbars holders dialog)
 
 # As a Windows program knows a path of this machine.
 windows_path() { printf 'Z:%s' "${1//\//\\}"; }

@@ -1,5 +1,7 @@
 #include "pictures/Stage.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "QkUtil/Handles.h"
@@ -12,6 +14,7 @@ namespace {
 constexpr int kMargin = 6;
 constexpr int kPlace = 40;
 constexpr int kFontPoints = 9;
+constexpr wchar_t kFontFace[] = L"Segoe UI";
 constexpr int kPointsPerInch = 72;
 // Longer than the ticks of any animation are apart, on a busy machine as well.
 constexpr ULONGLONG kQuietTime = 40;
@@ -21,9 +24,12 @@ constexpr int kFadeTicks = 12;
 constexpr UINT kSystemTimer = 0x118;
 constexpr int kWhole = 100;
 
+/// A template without controls; its font says how large a dialog unit is.
 struct EmptyDialog {
     DLGTEMPLATE head{};
     WORD menuClassTitle[3]{};
+    WORD points = kFontPoints;
+    WCHAR face[std::size(kFontFace)]{};
 };
 
 // Flat dialogs are white; in high contrast the ground is the scheme's.
@@ -37,7 +43,7 @@ INT_PTR CALLBACK answer(HWND, UINT message, WPARAM wParam, LPARAM) {
 
 HWND createDialog(bool mirrored, int width, int height) {
     EmptyDialog box;
-    box.head.style = WS_POPUP | WS_CLIPCHILDREN;
+    box.head.style = WS_POPUP | WS_CLIPCHILDREN | DS_SETFONT;
     box.head.dwExtendedStyle = mirrored ? WS_EX_LAYOUTRTL : 0;
     HWND dialog =
         CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &box.head, nullptr, answer, 0);
@@ -89,7 +95,7 @@ HFONT stageFont() {
     static const QkDlg::UniqueFont font(
         CreateFontW(-MulDiv(kFontPoints, QkDlg::screenDpiY(), kPointsPerInch), 0, 0, 0, FW_NORMAL,
                     FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
-                    DEFAULT_QUALITY, DEFAULT_PITCH, L"Segoe UI"));
+                    DEFAULT_QUALITY, DEFAULT_PITCH, kFontFace));
     return font.get();
 }
 
