@@ -5,6 +5,7 @@
 #include "QkCustCtrl/CaptionLayout.h"
 #include "QkCustCtrl/FocusRect.h"
 #include "QkCustCtrl/LiveControls.h"
+#include "QkCustCtrl/ParentColours.h"
 #include "QkDlg/DialogFonts.h"
 #include "QkUtil/Bitmaps.h"
 #include "QkUtil/Handles.h"
@@ -54,6 +55,7 @@ QkCustomControl::QkCustomControl(UINT id, const UINT32* imageIds, std::wstring_v
 }
 
 QkCustomControl::~QkCustomControl() {
+    leaveColoursToParent(m_hWnd);
     LiveControls::remove(*this);
 }
 
@@ -176,6 +178,7 @@ void QkCustomControl::CalcFocusRect() {
 }
 
 void QkCustomControl::Detach() {
+    leaveColoursToParent(m_hWnd);
     m_hWnd = nullptr;
 }
 
