@@ -16,9 +16,12 @@ constexpr int kPlace = 40;
 constexpr int kFontPoints = 9;
 constexpr wchar_t kFontFace[] = L"Segoe UI";
 constexpr int kPointsPerInch = 72;
-// Longer than the ticks of any animation are apart, on a busy machine as well.
-constexpr ULONGLONG kQuietTime = 40;
-constexpr ULONGLONG kShortQuietTime = 5;
+// Waits in a row in which nothing comes: longer than the ticks of a fade are apart, and longer
+// still on a busy machine.
+constexpr DWORD kWait = 5;
+constexpr int kMouseWaits = 8;
+constexpr int kWaits = 1;
+// A press that is held repeats for ever.
 constexpr ULONGLONG kPatience = 300;
 constexpr int kFadeTicks = 12;
 constexpr UINT kSystemTimer = 0x118;
@@ -134,7 +137,7 @@ Stage::~Stage() {
     if (list_)
         SendMessageW(control_, CB_SHOWDROPDOWN, FALSE, 0);
     if (pressed_ || list_)
-        settle(kShortQuietTime);
+        settle(kWaits);
     DestroyWindow(dialog_);
 }
 
@@ -156,7 +159,7 @@ void Stage::bringInto(const Column& column) {
         case State::Hot: moveMouse(column.mouse); break;
         case State::Pressed:
             moveMouse(column.mouse);
-            settle(kQuietTime);
+            settle(kMouseWaits);
             sendButton(MOUSEEVENTF_LEFTDOWN);
             pressed_ = true;
             break;
@@ -169,10 +172,10 @@ void Stage::bringInto(const Column& column) {
         default: break;
     }
     const bool byMouse = column.state == State::Hot || pressed_;
-    settle(byMouse ? kQuietTime : kShortQuietTime);
+    settle(byMouse ? kMouseWaits : kWaits);
     if (column.end) {
         column.end(control_);
-        settle(kShortQuietTime);
+        settle(kWaits);
     }
     // It blinks.
     HideCaret(nullptr);
@@ -196,20 +199,20 @@ void Stage::focus() const {
     SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control_), TRUE);
 }
 
-void Stage::settle(ULONGLONG quietTime) {
+void Stage::settle(int quietWaits) {
     const ULONGLONG start = GetTickCount64();
-    ULONGLONG last = start;
-    while (GetTickCount64() < last + quietTime && GetTickCount64() < start + kPatience) {
+    int quiet = 0;
+    while (quiet < quietWaits && GetTickCount64() < start + kPatience) {
         MSG message{};
         if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(quietTime),
-                                      QS_ALLINPUT);
+            const DWORD end = MsgWaitForMultipleObjects(0, nullptr, FALSE, kWait, QS_ALLINPUT);
+            quiet += end == WAIT_TIMEOUT ? 1 : 0;
             continue;
         }
         dispatch(message);
-        // The system's own, which looks where the mouse is.
+        // The system's own looks where the mouse is.
         if (message.message != kSystemTimer)
-            last = GetTickCount64();
+            quiet = 0;
     }
 }
 
