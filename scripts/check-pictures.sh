@@ -35,15 +35,21 @@ check_files() {
     ((total <= MAX_BYTES)) || fault " has $total bytes in all"
 }
 
-check_picture() {
-    local name=$1
-    if [[ ! -f $PICTURES/$name.png ]]; then
-        fault "$name.png is not there, but a document shows it"
-    elif [[ ! -f $fresh/$name.png ]]; then
-        fault "$name.png is drawn by no command"
-    elif ! look_alike "$fresh/$name.png" "$PICTURES/$name.png"; then
-        fault "$name.png is stale: $(tr -d '\r\n' <"$LOGS/pictures-difference.log")"
-    fi
+check_pictures() {
+    local name difference drawn=()
+    for name in "${names[@]}"; do
+        if [[ ! -f $PICTURES/$name.png ]]; then
+            fault "$name.png is not there, but a document shows it"
+        elif [[ ! -f $fresh/$name.png ]]; then
+            fault "$name.png is drawn by no command"
+        else
+            drawn+=("$name")
+        fi
+    done
+    different_pictures "$fresh" "${drawn[@]}"
+    while read -r name difference; do
+        fault "$name.png is stale: ${difference%$'\r'}"
+    done <"$LOGS/pictures-different.log"
 }
 
 clean_environment
@@ -60,9 +66,7 @@ start_session
 rm -rf "$fresh"
 say "drawing ${#names[@]} pictures"
 draw_pictures "$fresh" "${names[@]}"
-for name in "${names[@]}"; do
-    check_picture "$name"
-done
+check_pictures
 ((${#faults[@]} == 0)) ||
     fail "$(printf '%s; ' "${faults[@]}")scripts/pictures.sh --documents draws them again"
 say "the pictures are fresh"

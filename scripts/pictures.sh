@@ -69,13 +69,15 @@ refresh_documents() {
     say "drawing ${#names[@]} pictures of the documents"
     rm -rf "$fresh"
     draw_pictures "$fresh" "${names[@]}"
-    mkdir -p "$PICTURES"
     for name in "${names[@]}"; do
         [[ -f $fresh/$name.png ]] || fail "no command draws $(shown "$PICTURES/$name.png")"
-        look_alike "$fresh/$name.png" "$PICTURES/$name.png" && continue
+    done
+    mkdir -p "$PICTURES"
+    different_pictures "$fresh" "${names[@]}"
+    while read -r name _; do
         cp "$fresh/$name.png" "$PICTURES/$name.png"
         say "refreshed $(shown "$PICTURES/$name.png")"
-    done
+    done <"$LOGS/pictures-different.log"
 }
 
 clean_environment

@@ -4,14 +4,15 @@
 PICTURES=$ROOT/docs/pictures
 BIN=$BUILD/mingw64/bin
 
-# The pages of the gallery that documents may show, by the name of the picture.
-GALLERY_PAGES=(push toggles switches compound labels progress edits passwords combos list columns
-    rows scrollbars holders dialog)
+# The pages of the gallery that documents may show, by the name of the picture: those that stand
+# still.
+GALLERY_PAGES=(push toggles switches compound labels edits passwords combos list columns rows
+    scrollbars holders dialog)
 
 # As a Windows program knows a path of this machine.
 windows_path() { printf 'Z:%s' "${1//\//\\}"; }
 
-# run_quietly LOG WHAT PROGRAM [ARGUMENTS...]: nobody listens to what a helper of Wine writes.
+# run_quietly LOG WHAT PROGRAM [ARGUMENTS...]
 run_quietly() {
     local log=$1 what=$2
     shift 2
@@ -60,8 +61,9 @@ draw_preview() {
     cp "$all/$2.png" "$folder/$3.png"
 }
 
-# look_alike FILE FILE: says what differs.
-look_alike() {
-    run_job timeout 60 wine "$BIN/QkPictures.exe" --compare "$(windows_path "$1")" \
-        "$(windows_path "$2")" >"$LOGS/pictures-difference.log" 2>/dev/null
+# different_pictures FOLDER NAME...: writes which of the fresh pictures look different from those of
+# the documents, and how, to pictures-different.log.
+different_pictures() {
+    run_quietly pictures-different "comparing the pictures" QkPictures.exe --compare \
+        "$(windows_path "$1")" "$(windows_path "$PICTURES")" "${@:2}"
 }

@@ -49,16 +49,16 @@ std::wstring differenceOf(const std::wstring& file, const std::wstring& other) {
     const Pixels one = pixelsOf(file);
     const Pixels two = pixelsOf(other);
     if (one.values.empty() || two.values.empty())
-        return L"cannot be read\n";
+        return L"cannot be read";
     if (one.size.cx != two.size.cx || one.size.cy != two.size.cy)
-        return inWords(one.size) + L" pixels instead of " + inWords(two.size) + L"\n";
+        return inWords(one.size) + L" pixels instead of " + inWords(two.size);
     std::size_t different = 0;
     for (std::size_t i = 0; i < one.values.size(); ++i)
         different += looksLike(one.values[i], two.values[i]) ? 0U : 1U;
     if (different * kToleratedShare <= one.values.size())
         return {};
     return std::to_wstring(different) + L" of " + std::to_wstring(one.values.size()) +
-           L" pixels differ\n";
+           L" pixels differ";
 }
 
 }  // namespace QkPictures

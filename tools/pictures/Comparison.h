@@ -4,7 +4,7 @@
 
 namespace QkPictures {
 
-/// What tells two picture files apart, in words and with a line's end; empty when they look alike.
+/// What tells two picture files apart, in words; empty when they look alike.
 /// A few differing pixels do not count, nor shades that nobody sees.
 [[nodiscard]] std::wstring differenceOf(const std::wstring& file, const std::wstring& other);
 

@@ -1,8 +1,8 @@
 // QkPictures FOLDER [--suffix TEXT] [--high-contrast] [--only NAME]
-// QkPictures --compare FILE FILE
+// QkPictures --compare FOLDER OTHER NAME...
 //
-// Draws a sheet of states for each control type, states-NAME and the suffix.png, or tells whether
-// two pictures look alike (exit code 0).
+// Draws a sheet of states for each control type, states-NAME and the suffix.png, or names the
+// pictures that look different in two folders, each with what differs.
 
 #include <algorithm>
 #include <array>
@@ -24,7 +24,7 @@ constexpr int kExitFailure = 1;
 constexpr int kExitUsage = 2;
 
 struct Options {
-    std::vector<std::wstring> names;  ///< a folder, or two files
+    std::vector<std::wstring> names;  ///< a folder, or two and pictures
     std::wstring suffix;
     std::wstring only;
     bool highContrast = false;
@@ -48,8 +48,8 @@ std::optional<Options> readOptions() {
             options.names.push_back(*argument);
         }
     }
-    const std::size_t wanted = options.compare ? 2 : 1;
-    return options.names.size() == wanted ? std::optional(options) : std::nullopt;
+    const bool complete = options.compare ? options.names.size() >= 2 : options.names.size() == 1;
+    return complete ? std::optional(options) : std::nullopt;
 }
 
 void printError(const std::wstring& text) {
@@ -76,9 +76,14 @@ int drawSheets(const Options& options) {
 }
 
 int compare(const Options& options) {
-    const std::wstring difference = differenceOf(options.names[0], options.names[1]);
-    QkDlgTools::printOut(difference);
-    return difference.empty() ? 0 : kExitFailure;
+    for (auto name = options.names.begin() + 2; name != options.names.end(); ++name) {
+        const std::wstring file = L"\\" + *name + L".png";
+        const std::wstring difference =
+            differenceOf(options.names[0] + file, options.names[1] + file);
+        if (!difference.empty())
+            QkDlgTools::printOut(*name + L" " + difference + L"\n");
+    }
+    return 0;
 }
 
 int run() {
@@ -86,7 +91,7 @@ int run() {
     if (!options) {
         printError(
             L"QkPictures FOLDER [--suffix TEXT] [--high-contrast] [--only NAME]\n"
-            L"QkPictures --compare FILE FILE\n");
+            L"QkPictures --compare FOLDER OTHER NAME...\n");
         return kExitUsage;
     }
     return options->compare ? compare(*options) : drawSheets(*options);

@@ -1,5 +1,7 @@
 #include "pictures/Stage.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "QkUtil/Handles.h"
@@ -12,18 +14,25 @@ namespace {
 constexpr int kMargin = 6;
 constexpr int kPlace = 40;
 constexpr int kFontPoints = 9;
+constexpr wchar_t kFontFace[] = L"Segoe UI";
 constexpr int kPointsPerInch = 72;
-// Longer than the ticks of any animation are apart, on a busy machine as well.
-constexpr ULONGLONG kQuietTime = 40;
-constexpr ULONGLONG kShortQuietTime = 5;
+// Waits in a row in which nothing comes: longer than the ticks of a fade are apart, and longer
+// still on a busy machine.
+constexpr DWORD kWait = 5;
+constexpr int kMouseWaits = 8;
+constexpr int kWaits = 1;
+// A press that is held repeats for ever.
 constexpr ULONGLONG kPatience = 300;
 constexpr int kFadeTicks = 12;
 constexpr UINT kSystemTimer = 0x118;
 constexpr int kWhole = 100;
 
+/// A template without controls; its font says how large a dialog unit is.
 struct EmptyDialog {
     DLGTEMPLATE head{};
     WORD menuClassTitle[3]{};
+    WORD points = kFontPoints;
+    WCHAR face[std::size(kFontFace)]{};
 };
 
 // Flat dialogs are white; in high contrast the ground is the scheme's.
@@ -37,7 +46,7 @@ INT_PTR CALLBACK answer(HWND, UINT message, WPARAM wParam, LPARAM) {
 
 HWND createDialog(bool mirrored, int width, int height) {
     EmptyDialog box;
-    box.head.style = WS_POPUP | WS_CLIPCHILDREN;
+    box.head.style = WS_POPUP | WS_CLIPCHILDREN | DS_SETFONT;
     box.head.dwExtendedStyle = mirrored ? WS_EX_LAYOUTRTL : 0;
     HWND dialog =
         CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &box.head, nullptr, answer, 0);
@@ -89,7 +98,7 @@ HFONT stageFont() {
     static const QkDlg::UniqueFont font(
         CreateFontW(-MulDiv(kFontPoints, QkDlg::screenDpiY(), kPointsPerInch), 0, 0, 0, FW_NORMAL,
                     FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
-                    DEFAULT_QUALITY, DEFAULT_PITCH, L"Segoe UI"));
+                    DEFAULT_QUALITY, DEFAULT_PITCH, kFontFace));
     return font.get();
 }
 
@@ -128,7 +137,7 @@ Stage::~Stage() {
     if (list_)
         SendMessageW(control_, CB_SHOWDROPDOWN, FALSE, 0);
     if (pressed_ || list_)
-        settle(kShortQuietTime);
+        settle(kWaits);
     DestroyWindow(dialog_);
 }
 
@@ -150,7 +159,7 @@ void Stage::bringInto(const Column& column) {
         case State::Hot: moveMouse(column.mouse); break;
         case State::Pressed:
             moveMouse(column.mouse);
-            settle(kQuietTime);
+            settle(kMouseWaits);
             sendButton(MOUSEEVENTF_LEFTDOWN);
             pressed_ = true;
             break;
@@ -163,10 +172,10 @@ void Stage::bringInto(const Column& column) {
         default: break;
     }
     const bool byMouse = column.state == State::Hot || pressed_;
-    settle(byMouse ? kQuietTime : kShortQuietTime);
+    settle(byMouse ? kMouseWaits : kWaits);
     if (column.end) {
         column.end(control_);
-        settle(kShortQuietTime);
+        settle(kWaits);
     }
     // It blinks.
     HideCaret(nullptr);
@@ -190,20 +199,20 @@ void Stage::focus() const {
     SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control_), TRUE);
 }
 
-void Stage::settle(ULONGLONG quietTime) {
+void Stage::settle(int quietWaits) {
     const ULONGLONG start = GetTickCount64();
-    ULONGLONG last = start;
-    while (GetTickCount64() < last + quietTime && GetTickCount64() < start + kPatience) {
+    int quiet = 0;
+    while (quiet < quietWaits && GetTickCount64() < start + kPatience) {
         MSG message{};
         if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(quietTime),
-                                      QS_ALLINPUT);
+            const DWORD end = MsgWaitForMultipleObjects(0, nullptr, FALSE, kWait, QS_ALLINPUT);
+            quiet += end == WAIT_TIMEOUT ? 1 : 0;
             continue;
         }
         dispatch(message);
-        // The system's own, which looks where the mouse is.
+        // The system's own looks where the mouse is.
         if (message.message != kSystemTimer)
-            last = GetTickCount64();
+            quiet = 0;
     }
 }
 

@@ -25,8 +25,8 @@ private:
     void bringInto(const Column& column);
     void moveMouse(Spot spot) const;
     void focus() const;
-    /// Until nothing has happened for so many milliseconds.
-    static void settle(ULONGLONG quietTime);
+    /// Until nothing has come for so many short waits.
+    static void settle(int quietWaits);
 
     HWND dialog_ = nullptr;
     HWND control_ = nullptr;
