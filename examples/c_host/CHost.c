@@ -43,7 +43,6 @@ static BOOL loadLibrary(void) {
     deleteControl = (QkDeleteControlProc)(Function)GetProcAddress(library, "DeleteQkCustomControl");
     flatStyleEnabled =
         (QkFlatStyleEnabledProc)(Function)GetProcAddress(library, "FlatStyleEnabled");
-    /* It stays loaded: windows and objects refer to its code. */
     return createControl && deleteControl && flatStyleEnabled;
 }
 
