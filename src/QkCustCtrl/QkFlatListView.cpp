@@ -225,6 +225,8 @@ void QkFlatListView::OnDestroy() {
 /// Gives the list back to the application.
 void QkFlatListView::Release() {
     const HWND list = m_hWnd;
+    // Leaving changes styles, upon which a list in report view would become flat again.
+    m_ending = true;
     if (m_flatMode)
         LeaveFlatMode();
     Unbind();
