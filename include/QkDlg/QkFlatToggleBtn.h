@@ -10,6 +10,7 @@ namespace QkDlg {
 class QkFlatToggleBtn : public QkFlatToggleBase {
 public:
     explicit QkFlatToggleBtn(UINT id);
+    ~QkFlatToggleBtn() override;
 
     /// Binds, gives the window the size of a switch, and sets its text.
     void Attach(HWND hwnd) override;

@@ -70,6 +70,14 @@ QkFlatToggleBtn::QkFlatToggleBtn(UINT id) : QkFlatToggleBase(id) {
     m_clrText = GetUIColor(UICLR_DARK_GREY);
 }
 
+QkFlatToggleBtn::~QkFlatToggleBtn() {
+    // The standard check box knows nothing of the press, and would keep the mouse for ever.
+    if (m_hWnd && m_bMouseDown && GetCapture() == m_hWnd) {
+        m_bMouseDown = false;
+        ReleaseCapture();
+    }
+}
+
 // Painting
 
 QkFlatToggleBtn::Colours QkFlatToggleBtn::CurrentColours() const {
@@ -270,8 +278,9 @@ LRESULT CALLBACK QkFlatToggleBtn::ToggleProc(HWND hwnd, UINT id, WPARAM wParam, 
 
 void QkFlatToggleBtn::Attach(HWND hwnd) {
     QkCustomControl::Attach(hwnd);
+    // Nothing is left of a drag in the last window; the mouse that this one holds is its own matter.
     ResetEffects();
-    EndDrag();
+    m_nDragX = -1;
     ResizeToSwitch();
     installSubclass(hwnd, ToggleProc, *this);
     SetCaption(IsChecked());
