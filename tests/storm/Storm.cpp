@@ -9,7 +9,7 @@
 #include <optional>
 #include <thread>
 
-#include "Messages.h"
+#include "storm/Blows.h"
 #include "support/GdiCount.h"
 #include "support/Input.h"
 #include "support/MessageLoop.h"
@@ -29,13 +29,12 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int kBlowsPerRound = 300;
+constexpr int kBlowsPerRound = 200;
 constexpr int kBlowsPerLook = 50;
 constexpr int kFreeRounds = 8;
 // The first three rounds are one of each sort, and so are the two before them.
 constexpr int kFirstRound = 5;
 constexpr int kWarmUpRounds[] = {1'000'001, 1'000'007};
-constexpr int kActors = 3;
 constexpr std::size_t kTrail = 25;
 // The system's caches of device contexts and theme parts grow with the most that was ever in use at
 // once, and so now and then, but not on and on.
@@ -116,16 +115,14 @@ struct Round {
     }
 };
 
+/// Nine of all sorts, or three of the kind that the round is named after.
 std::vector<const Kind*> castOf(const Round& round, Dice& dice) {
     std::vector<const Kind*> cast;
+    for (int i = 0; i < 9; ++i)
+        cast.push_back(&dice.one(kinds()));
     for (const Kind& kind : kinds()) {
         if (round.name == kind.name)
-            cast.assign(kActors, &kind);
-    }
-    const int all = static_cast<int>(kinds().size());
-    while (cast.size() < static_cast<std::size_t>(3 * kActors) &&
-           (cast.empty() || round.name == "mixed" || round.name == "dialog")) {
-        cast.push_back(&kinds()[static_cast<std::size_t>(dice.roll(all))]);
+            cast.assign(3, &kind);
     }
     return cast;
 }
@@ -133,29 +130,24 @@ std::vector<const Kind*> castOf(const Round& round, Dice& dice) {
 /// What was seen during a round, look by look.
 std::vector<std::string> play(const Round& round, bool flat, int blowsPerLook,
                               int count = kBlowsPerRound) {
-    Dice dice(round.dice());
-    Dice flatDice(round.dice() + 1);
-    Surroundings surroundings;
     current = round.name + " --seed " + std::to_string(round.seed) + " --round " +
               std::to_string(round.number) + (flat ? " flat" : " plain");
     trail.clear();
+    Dice dice(round.dice());
+    Surroundings surroundings;
     std::vector<std::string> looks;
-    const auto how = !flat                    ? Stage::Play::Plain
-                     : round.name == "dialog" ? Stage::Play::Converted
-                                              : Stage::Play::Flat;
+    const Play how = !flat ? Play::Plain : round.name == "dialog" ? Play::Converted : Play::Flat;
     Stage stage(how, round.onScreen(), castOf(round, dice), dice);
-    for (int i = 0; i < count; ++i) {
-        std::string& told = trail.emplace_back();
-        if (trail.size() > kTrail)
+    Blows storm(stage, dice, surroundings, round.free());
+    for (int i = 1; i <= count; ++i) {
+        if (trail.size() == kTrail)
             trail.pop_front();
-        Blow{stage, dice, flatDice, surroundings, round.free(), told}.strike();
+        storm.strike(trail.emplace_back());
         ++blows;
         if (!round.free() && i % blowsPerLook == 0)
             looks.push_back(stage.state());
     }
     stage.end(dice);
-    if (round.free())
-        releaseEverything();
     drain();
     return looks;
 }
@@ -170,7 +162,7 @@ void explain(const Round& round) {
         if (difference == flat.end())
             continue;
         const auto look = static_cast<int>(difference - flat.begin());
-        play(round, true, blowsPerLook, look * blowsPerLook + 1);
+        play(round, true, blowsPerLook, (look + 1) * blowsPerLook);
         std::cout << "plain: " << *same << "\nflat:  " << *difference << '\n';
         return tell("the flat controls tell of themselves what their plain twins do not");
     }
@@ -246,7 +238,6 @@ int main(int argc, char** argv) {
     InitCommonControlsEx(&controls);
     AddVectoredExceptionHandler(1, &onFault);
     const ImportPatch exit("ExitProcess", &exitProcess);
-    const ManualTimers timers;
     const QuickInput quick;
     std::thread(watch).detach();
     moveAway();
