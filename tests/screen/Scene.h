@@ -59,7 +59,7 @@ private:
     std::map<HWND, Known> known_;
     std::vector<Known> standardParts_;
     std::vector<std::uint8_t> judged_;
-    std::vector<RECT> above_;  ///< of the top-level window whose children are asked for
+    bool isBelow_ = false;  ///< another dialog, the window whose children are asked for
     std::vector<Control> controls_;
     std::vector<HWND> dialogs_;
 };
