@@ -110,6 +110,7 @@ void Watcher::run() {
 
 void Watcher::lookAround() {
     scene_.update();
+    report_.looked();
     sceneTime_ = GetTickCount64();
 }
 
