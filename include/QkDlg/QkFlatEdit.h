@@ -48,8 +48,12 @@ protected:
     /// A sibling of the edit at the place, marked by the window property.
     HWND CreateHelper(DWORD exStyle, const wchar_t* className, DWORD style, const RECT& place,
                       const wchar_t* property);
-    /// Behind all its siblings, shown or as it is.
-    static void PutBehind(HWND helper, bool show);
+    /// Behind all its siblings.
+    static void PutBehind(HWND helper);
+    /// Shows a helper window that has not been subclassed yet.
+    static void ShowHelper(HWND helper);
+    /// Destroys a helper window, or leaves that to the dialog's own end.
+    static void DestroyHelper(HWND helper);
     /// Whether helper windows are shown from the start.
     [[nodiscard]] bool StartsShown() const;
 
@@ -86,15 +90,31 @@ private:
                                       UINT_PTR id, DWORD_PTR referenceData);
 
     void PaintFrame(HDC hdc);
+    LRESULT PassPaintOn(const Message& message);
     void PaintMargin();
-    void DrawMargin(HDC hdc) const;
+    void PaintMarginAsEdit();
+    void PrintMargin(HDC hdc) const;
+    void FillMargin(HDC hdc, HBRUSH ground) const;
     void CoverOwnBorder();
+    static void OnGround(QkCustomControl& control, HDC hdc, HBRUSH brush);
+    [[nodiscard]] bool ClientHasMargin() const;
     [[nodiscard]] POINT WindowCorner(POINT moved) const;
+
+    /// What a window was told to paint with; without a brush while that is not known.
+    struct Ground {
+        HBRUSH brush = nullptr;
+        COLORREF colour = kNoColor;
+
+        bool operator==(const Ground&) const = default;
+    };
 
     LONG_PTR m_borderStyle = 0;     ///< what Attach took off: WS_BORDER or nothing
     LONG_PTR m_borderExStyle = 0;   ///< WS_EX_CLIENTEDGE or nothing
     int m_margin = 0;               ///< room between window edge and text where the border was
+    Ground m_ground;                ///< what the parent has answered last
+    Ground m_marginGround;          ///< what the margin shows
     bool m_painting = false;        ///< the standard edit is about its WM_PAINT
+    bool m_marginDue = false;       ///< the margin has to be painted after it
     bool m_drawsOwnBorder = false;  ///< the standard edit has a border inside its client area
 };
 

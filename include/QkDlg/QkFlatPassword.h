@@ -45,6 +45,9 @@ private:
     static LRESULT CALLBACK EyeProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR referenceData);
 
+    /// What the eye shows on the screen.
+    enum class EyeLook : std::uint8_t { Unknown, Masked, Revealed, Blank };
+
     void CreateEye();
     void CreateTooltip();
     void RegisterTool();
@@ -52,6 +55,9 @@ private:
 
     void PaintEye(HDC hdc);
     void PaintEyeNow();
+    void PrintEye(HDC hdc);
+    void RenewEye();
+    [[nodiscard]] EyeLook WantedLook() const;
     void DrawEye(HDC hdc);
     void BlankEye(HDC hdc, COLORREF colour);
     void SetEyeAvailable(bool available);
@@ -64,6 +70,7 @@ private:
     bool m_revealed = false;        ///< the text is shown plainly
     bool m_refocusPending = false;  ///< the eye's next paint gives the focus back to the edit
     bool m_eyeEnabled = true;       ///< showing and masking is available
+    EyeLook m_eyeLook = EyeLook::Unknown;
 };
 
 }  // namespace QkDlg

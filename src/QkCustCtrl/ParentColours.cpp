@@ -1,5 +1,8 @@
 #include "QkCustCtrl/ParentColours.h"
 
+#include <unordered_map>
+#include <unordered_set>
+
 #include "QkCustCtrl/LiveControls.h"
 #include "QkCustCtrl/SubclassGlue.h"
 #include "QkUtil/Module.h"
@@ -8,8 +11,23 @@ namespace QkDlg {
 
 namespace {
 
-/// Window property: the control object that colours the window.
-constexpr wchar_t kColouredBy[] = L"QK_COLOURED_BY";
+struct Coloured {
+    QkCustomControl* control;
+    GroundListener listener;
+};
+
+/// Who colours which window, and which parents are being destroyed. Asked at every paint, so not
+/// kept in window properties, which cost more.
+struct Colouring {
+    std::unordered_map<HWND, Coloured> byWindow;
+    std::unordered_set<HWND> goingParents;
+};
+
+Colouring& colouring() {
+    // Never destroyed: a host's static object may end after this module's.
+    static auto& all = *new Colouring;
+    return all;
+}
 
 bool asksColour(UINT message) {
     return message == WM_CTLCOLORSTATIC || message == WM_CTLCOLOREDIT ||
@@ -29,8 +47,12 @@ LRESULT answerColour(const Message& message) {
     const LRESULT parents = message.passOn();
     const auto child = reinterpret_cast<HWND>(message.lParam);
     const auto dc = reinterpret_cast<HDC>(message.wParam);
-    const auto reference = reinterpret_cast<DWORD_PTR>(GetPropW(child, kColouredBy));
-    auto* const control = livingControl<QkCustomControl>(child, reference);
+    const auto found = colouring().byWindow.find(child);
+    if (found == colouring().byWindow.end())
+        return parents;
+    const auto [stored, listener] = found->second;
+    auto* const control =
+        livingControl<QkCustomControl>(child, reinterpret_cast<DWORD_PTR>(stored));
     if (!control)
         return parents;
 
@@ -43,27 +65,41 @@ LRESULT answerColour(const Message& message) {
     // the DC has. The hollow brush means the same to both.
     if (brush == GetStockObject(NULL_PEN))
         brush = static_cast<HBRUSH>(GetStockObject(NULL_BRUSH));
+    if (listener)
+        listener(*control, dc, brush);
     return reinterpret_cast<LRESULT>(brush);
 }
 
 LRESULT CALLBACK parentProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam, UINT_PTR subclassId,
                             DWORD_PTR) {
     const Message message{hwnd, id, wParam, lParam};
-    if (id == WM_NCDESTROY)
+    if (id == WM_DESTROY)
+        colouring().goingParents.insert(hwnd);
+    if (id == WM_NCDESTROY) {
+        colouring().goingParents.erase(hwnd);
         RemoveWindowSubclass(hwnd, parentProc, subclassId);
+    }
     return asksColour(id) ? answerColour(message) : message.passOn();
 }
 
 }  // namespace
 
-void answerColoursForParent(QkCustomControl& control) {
+void answerColoursForParent(QkCustomControl& control, GroundListener listener) {
     const HWND hwnd = control.GetWindow();
     const HWND parent = GetParent(hwnd);
     if (!parent)
         return;
     pinOwnModule();
-    SetPropW(hwnd, kColouredBy, &control);
+    colouring().byWindow.insert_or_assign(hwnd, Coloured{&control, listener});
     SetWindowSubclass(parent, parentProc, kSubclassId, 0);
+}
+
+void leaveColoursToParent(HWND hwnd) {
+    colouring().byWindow.erase(hwnd);
+}
+
+bool isParentGoing(HWND parent) {
+    return colouring().goingParents.contains(parent);
 }
 
 }  // namespace QkDlg

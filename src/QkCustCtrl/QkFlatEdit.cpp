@@ -54,18 +54,27 @@ void validateEdges(HWND hwnd) {
 
 /// Whether the edit draws a border inside its client area, as those made with WS_BORDER alone do.
 bool drawsOwnBorder(HWND hwnd) {
-    const bool hasOuterBorder = (GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_BORDER) != 0 ||
-                                (GetWindowLongPtrW(hwnd, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0;
+    if ((GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_BORDER) != 0 ||
+        (GetWindowLongPtrW(hwnd, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0)
+        return false;
     RECT text{};
     SendMessageW(hwnd, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&text));
     const int margin = LOWORD(SendMessageW(hwnd, EM_GETMARGINS, 0, 0));
-    return !hasOuterBorder && text.left > margin;
+    return text.left > margin;
 }
 
 /// Thickness of the border that these style bits give a window.
 int borderThickness(LONG_PTR style, LONG_PTR exStyle) {
     return ((exStyle & WS_EX_CLIENTEDGE) ? GetSystemMetrics(SM_CXEDGE) : 0) +
            ((style & WS_BORDER) ? GetSystemMetrics(SM_CXBORDER) : 0);
+}
+
+/// The colour that a brush fills with in that DC.
+COLORREF colourOf(HDC hdc, HBRUSH brush) {
+    if (brush == GetStockObject(DC_BRUSH))
+        return GetDCBrushColor(hdc);
+    LOGBRUSH log{};
+    return GetObjectW(brush, sizeof log, &log) ? log.lbColor : kNoColor;
 }
 
 /// The living edit of `referenceData` whose frame window is `frame`.
@@ -119,18 +128,51 @@ HBRUSH QkFlatEdit::GroundBrush(HDC hdc) const {
                                                  reinterpret_cast<LPARAM>(m_hWnd)));
 }
 
-// Where the standard edit had its border outside the client area.
-void QkFlatEdit::PaintMargin() {
-    if (m_margin != 0)
-        DrawMargin(WholeWindowDc(m_hWnd).get());
+void QkFlatEdit::OnGround(QkCustomControl& control, HDC hdc, HBRUSH brush) {
+    static_cast<QkFlatEdit&>(control).m_ground = {brush, colourOf(hdc, brush)};
 }
 
-void QkFlatEdit::DrawMargin(HDC hdc) const {
-    const int margin = m_margin;
+// The margin stands where the standard edit had its border outside the client area.
+void QkFlatEdit::PaintMargin() {
+    if (m_margin == 0)
+        return;
+    const HWND edit = m_hWnd;
+    const WholeWindowDc window(edit);
+    m_ground = {};
+    const HBRUSH brush = GroundBrush(window.get());
+    // The host has answered, and may have ended the object.
+    if (!IsBound(this, edit))
+        return;
+    FillMargin(window.get(), brush);
+    m_marginGround = m_ground;
+}
+
+// Within a paint the edit itself has been told the ground just now. Most of the time that is what
+// the margin shows already.
+void QkFlatEdit::PaintMarginAsEdit() {
+    if (!m_ground.brush) {
+        PaintMargin();
+        return;
+    }
+    if (m_margin == 0 || (!m_marginDue && m_ground == m_marginGround))
+        return;
+    const WholeWindowDc window(m_hWnd);
+    SetDCBrushColor(window.get(), m_ground.colour);
+    FillMargin(window.get(), m_ground.brush);
+    m_marginGround = m_ground;
+}
+
+void QkFlatEdit::PrintMargin(HDC hdc) const {
+    const HWND edit = m_hWnd;
+    const HBRUSH brush = GroundBrush(hdc);
+    if (IsBound(this, edit))
+        FillMargin(hdc, brush);
+}
+
+void QkFlatEdit::FillMargin(HDC hdc, HBRUSH ground) const {
     RECT whole = windowRectIn(m_hWnd, HWND_DESKTOP);
     OffsetRect(&whole, -whole.left, -whole.top);
-    const HBRUSH ground = GroundBrush(hdc);
-    frameWith(hdc, whole, ground, margin);
+    frameWith(hdc, whole, ground, m_margin);
 }
 
 // Where the standard edit draws a border inside its client area: it does not get to.
@@ -220,8 +262,12 @@ LRESULT QkFlatEdit::HandleCommon(const Message& message) {
             break;
         case WM_NCPAINT: {
             const LRESULT result = message.passOn();
+            if (!IsBound(this, message.hwnd))
+                return result;
             // Within a paint the margin follows.
-            if (IsBound(this, message.hwnd) && !m_painting)
+            if (m_painting)
+                m_marginDue = true;
+            else
                 PaintMargin();
             return result;
         }
@@ -231,26 +277,33 @@ LRESULT QkFlatEdit::HandleCommon(const Message& message) {
                                 ((message.lParam & PRF_CHECKVISIBLE) == 0 ||
                                  IsWindowVisible(message.hwnd) != FALSE);
             if (prints && IsBound(this, message.hwnd))
-                DrawMargin(reinterpret_cast<HDC>(message.wParam));
+                PrintMargin(reinterpret_cast<HDC>(message.wParam));
             return result;
         }
         case WM_PAINT: {
             // A DC in wParam is somebody else's picture.
             if (message.wParam != 0)
                 break;
-            CoverOwnBorder();
-            m_painting = true;
-            const LRESULT result = message.passOn();
-            if (!IsBound(this, message.hwnd))
-                return result;
-            m_painting = false;
-            // The host may have changed its answer since the last WM_NCPAINT.
-            PaintMargin();
-            return result;
+            return PassPaintOn(message);
         }
         default: break;
     }
     return message.passOn();
+}
+
+LRESULT QkFlatEdit::PassPaintOn(const Message& message) {
+    CoverOwnBorder();
+    if (!IsBound(this, message.hwnd))
+        return message.passOn();
+    m_painting = true;
+    m_marginDue = false;
+    m_ground = {};
+    const LRESULT result = message.passOn();
+    if (IsBound(this, message.hwnd)) {
+        m_painting = false;
+        PaintMarginAsEdit();
+    }
+    return result;
 }
 
 LRESULT QkFlatEdit::PassOnLast(const Message& message) {
@@ -294,6 +347,9 @@ LRESULT CALLBACK QkFlatEdit::FrameProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM
             return 0;
         }
         case WM_PRINTCLIENT: edit->PaintFrame(reinterpret_cast<HDC>(wParam)); return 1;
+        // There is nothing to paint but the frame.
+        case WM_NCPAINT: return 0;
+        case WM_ERASEBKGND: return 1;
         // The standard control would draw at once, over the edit.
         case WM_ENABLE:
         case WM_SETTEXT: return passOnUnseen(message);
@@ -334,10 +390,20 @@ void QkFlatEdit::Release() {
     InvalidateRect(edit, nullptr, TRUE);
 }
 
+// As a rule the margin has just the room that the border had, and the client area stays.
+bool QkFlatEdit::ClientHasMargin() const {
+    RECT window{};
+    POINT client{};
+    GetWindowRect(m_hWnd, &window);
+    ClientToScreen(m_hWnd, &client);
+    return client.y - window.top == m_margin;
+}
+
 void QkFlatEdit::ShowNewLook() {
     const HWND edit = m_hWnd;
-    answerColoursForParent(*this);
-    SetWindowPos(edit, nullptr, 0, 0, 0, 0, kFrameChanged);
+    answerColoursForParent(*this, OnGround);
+    if (!ClientHasMargin())
+        SetWindowPos(edit, nullptr, 0, 0, 0, 0, kFrameChanged);
     if (IsWindowVisible(edit))
         RedrawWindow(edit, nullptr, nullptr,
                      RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW);
@@ -359,9 +425,24 @@ HWND QkFlatEdit::CreateHelper(DWORD exStyle, const wchar_t* className, DWORD sty
     return helper;
 }
 
-void QkFlatEdit::PutBehind(HWND helper, bool show) {
-    SetWindowPos(helper, HWND_BOTTOM, 0, 0, 0, 0,
-                 SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | (show ? SWP_SHOWWINDOW : 0U));
+// Where a new window is anyway, unless the host has moved it when it heard of it.
+void QkFlatEdit::PutBehind(HWND helper) {
+    if (::GetWindow(helper, GW_HWNDNEXT))
+        SetWindowPos(helper, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+}
+
+// Switching its drawing on shows a hidden window, without erasing it: a standard control would do
+// that in its own look, over the edit.
+void QkFlatEdit::ShowHelper(HWND helper) {
+    SendMessageW(helper, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(helper, nullptr, FALSE);
+}
+
+// The host hears of a helper's end, and may delete the object meanwhile. A parent or owner that is
+// being destroyed takes its helpers along.
+void QkFlatEdit::DestroyHelper(HWND helper) {
+    if (helper && !isParentGoing(GetParent(helper)))
+        DestroyWindow(helper);
 }
 
 void QkFlatEdit::CreateFrame(bool withEye) {
@@ -371,15 +452,14 @@ void QkFlatEdit::CreateFrame(bool withEye) {
         CreateHelper(0, WC_STATICW, WS_CHILD | WS_DISABLED, toWin32(frame), kFrameProperty);
     if (!m_frameWindow)
         return;
+    PutBehind(m_frameWindow);
+    if (StartsShown())
+        ShowHelper(m_frameWindow);
     installSubclass(m_frameWindow, FrameProc, *this);
-    // Shown only now: a bare static would have drawn itself over the edit.
-    PutBehind(m_frameWindow, StartsShown());
 }
 
 void QkFlatEdit::DestroyFrame() {
-    // The host hears of the end, and may delete this object meanwhile.
-    if (const HWND frame = std::exchange(m_frameWindow, nullptr))
-        DestroyWindow(frame);
+    DestroyHelper(std::exchange(m_frameWindow, nullptr));
 }
 
 void QkFlatEdit::Attach(HWND hwnd) {

@@ -64,7 +64,7 @@ void layOutAgain(HWND list) {
     const RECT now = windowRectIn(list, HWND_DESKTOP);
     const int width = now.right - now.left;
     const int height = now.bottom - now.top;
-    SetWindowPos(list, nullptr, 0, 0, width, height - 1, flags);
+    SetWindowPos(list, nullptr, 0, 0, width, height > 0 ? height - 1 : 1, flags);
     SetWindowPos(list, nullptr, 0, 0, width, height, flags);
 }
 
@@ -229,6 +229,8 @@ void QkFlatListView::OnDestroy() {
 /// Gives the list back to the application.
 void QkFlatListView::Release() {
     const HWND list = m_hWnd;
+    // Leaving changes styles, upon which a list in report view would become flat again.
+    m_ending = true;
     if (m_flatMode)
         LeaveFlatMode();
     Unbind();

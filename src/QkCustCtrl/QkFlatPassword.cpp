@@ -177,7 +177,8 @@ void QkFlatPassword::PaintEye(HDC hdc) {
     Resynchronise();
     if (!IsBound(this, edit) || !m_eyeButton)
         return;
-    if (hasStyle(edit, WS_DISABLED)) {
+    m_eyeLook = WantedLook();
+    if (m_eyeLook == EyeLook::Blank) {
         BlankEye(hdc, kDisabledEye);
         SetEyeAvailable(false);
         return;
@@ -190,6 +191,35 @@ void QkFlatPassword::PaintEye(HDC hdc) {
 void QkFlatPassword::PaintEyeNow() {
     if (m_eyeButton)
         PaintEye(WindowDc(m_eyeButton).get());
+}
+
+void QkFlatPassword::PrintEye(HDC hdc) {
+    const HWND edit = m_hWnd;
+    PaintEye(hdc);
+    // What the screen shows is another matter.
+    if (IsBound(this, edit))
+        m_eyeLook = EyeLook::Unknown;
+}
+
+QkFlatPassword::EyeLook QkFlatPassword::WantedLook() const {
+    if (hasStyle(m_hWnd, WS_DISABLED))
+        return EyeLook::Blank;
+    return m_revealed ? EyeLook::Revealed : EyeLook::Masked;
+}
+
+// Each paint of the edit looks after the eye, which as a rule shows what it should already.
+void QkFlatPassword::RenewEye() {
+    if (!m_eyeEnabled || !m_eyeButton || !IsWindowVisible(m_hWnd))
+        return;
+    const HWND edit = m_hWnd;
+    Resynchronise();
+    if (!IsBound(this, edit) || !m_eyeButton)
+        return;
+    const EyeLook wanted = WantedLook();
+    const bool available = wanted != EyeLook::Blank;
+    if (wanted != m_eyeLook || hasStyle(m_eyeButton, WS_VISIBLE) != available ||
+        hasStyle(m_eyeButton, WS_DISABLED) == available)
+        PaintEyeNow();
 }
 
 void QkFlatPassword::DrawEye(HDC hdc) {
@@ -289,7 +319,7 @@ LRESULT CALLBACK QkFlatPassword::PasswordProc(HWND hwnd, UINT id, WPARAM wParam,
 
     switch (id) {
         case WM_PAINT:
-            password->PaintEyeNow();
+            password->RenewEye();
             if (!livingControl<QkFlatPassword>(hwnd, referenceData))
                 break;
             return password->HandleCommon(message);
@@ -338,7 +368,7 @@ LRESULT CALLBACK QkFlatPassword::EyeProc(HWND hwnd, UINT id, WPARAM wParam, LPAR
             }
             return 0;
         }
-        case WM_PRINTCLIENT: password->PaintEye(reinterpret_cast<HDC>(wParam)); return 1;
+        case WM_PRINTCLIENT: password->PrintEye(reinterpret_cast<HDC>(wParam)); return 1;
         // The standard button draws at once.
         case BM_SETSTATE:
         case BM_SETSTYLE:
@@ -363,11 +393,10 @@ void QkFlatPassword::CreateEye() {
                                toWin32(eyeRect(fromWin32(m_frameRect))), kEyeProperty);
     if (!m_eyeButton)
         return;
-    PutBehind(m_eyeButton, false);
-    EnableWindow(m_eyeButton, TRUE);
-    installSubclass(m_eyeButton, EyeProc, *this);
+    PutBehind(m_eyeButton);
     if (StartsShown())
-        ShowWindow(m_eyeButton, SW_SHOWNA);
+        ShowHelper(m_eyeButton);
+    installSubclass(m_eyeButton, EyeProc, *this);
 }
 
 void QkFlatPassword::CreateTooltip() {
@@ -391,16 +420,15 @@ void QkFlatPassword::DestroyHelpers() {
     const std::array<HWND, 3> helpers{std::exchange(m_tooltipWindow, nullptr),
                                       std::exchange(m_eyeButton, nullptr),
                                       std::exchange(m_frameWindow, nullptr)};
-    for (const HWND helper : helpers) {
-        if (helper)
-            DestroyWindow(helper);
-    }
+    for (const HWND helper : helpers)
+        DestroyHelper(helper);
 }
 
 void QkFlatPassword::Attach(HWND hwnd) {
     m_revealed = false;
     m_refocusPending = false;
     m_eyeEnabled = true;
+    m_eyeLook = EyeLook::Unknown;
     Prepare(hwnd);
     CreateFrame(true);
     CreateEye();
