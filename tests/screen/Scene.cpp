@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <ranges>
+#include <utility>
 
 #include "gallery/Ids.h"
 
@@ -33,7 +34,8 @@ std::wstring className(HWND window) {
     return name.data();
 }
 
-void Scene::update() {
+bool Scene::update() {
+    const std::vector<HWND> before = std::exchange(children_, {});
     earlier_ = now_;
     now_ = GetTickCount64();
     controls_.clear();
@@ -75,6 +77,7 @@ void Scene::update() {
         };
         control.settled = control.settled && std::ranges::none_of(known_, hidden);
     }
+    return children_ != before;
 }
 
 BOOL CALLBACK Scene::onTopLevel(HWND window, LPARAM windows) {
@@ -99,7 +102,10 @@ BOOL CALLBACK Scene::onChild(HWND window, LPARAM self) {
     if (!IsWindowVisible(window) || className(window) == kDialogClass)
         return TRUE;
     auto& scene = *reinterpret_cast<Scene*>(self);
-    if (std::ranges::find(kStandard, GetDlgCtrlID(window)) == kStandard.end())
+    scene.children_.push_back(window);
+    const int id = GetDlgCtrlID(window);
+    const bool isPlainLabel = id == IDC_STATIC && className(window) == WC_STATICW;
+    if (!isPlainLabel && std::ranges::find(kStandard, id) == kStandard.end())
         scene.addChild(window);
     else
         scene.exclude(infoOf(window).rcWindow);

@@ -108,18 +108,19 @@ void Watcher::run() {
     }
 }
 
-void Watcher::lookAround() {
-    scene_.update();
+bool Watcher::lookAround() {
+    const bool changed = scene_.update();
     report_.looked();
     sceneTime_ = GetTickCount64();
+    return changed;
 }
 
 void Watcher::judge(bool changed) {
-    // A window may have come since the last look.
-    if (dyed() || black())
-        lookAround();
-    const auto standard = dyed();
-    const auto bare = black();
+    // Where windows have come or gone since the last look, nobody knows whose the picture is: what
+    // is wrong is so in the next one, too.
+    const bool unknown = (dyed() || black()) && lookAround();
+    const auto standard = unknown ? std::nullopt : dyed();
+    const auto bare = unknown ? std::nullopt : black();
     // What stays wrong is one fault for each frame that shows it.
     if (standard && (changed || !wasWrong_))
         tell(L"standard look", *standard);

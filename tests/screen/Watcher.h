@@ -60,7 +60,7 @@ private:
     };
 
     void run();
-    void lookAround();
+    bool lookAround();
     void judge(bool changed);
     void judgeInk(const Scene::Control& control);
     [[nodiscard]] std::optional<RECT> dyed() const;
