@@ -428,14 +428,15 @@ void QkFlatPassword::Attach(HWND hwnd) {
     m_revealed = false;
     m_refocusPending = false;
     m_eyeEnabled = true;
-    m_eyeLook = EyeLook::Unknown;
     Prepare(hwnd);
     CreateFrame(true);
     CreateEye();
     CreateTooltip();
-    installSubclass(hwnd, PasswordProc, *this);
     // Masked before it is painted.
     SendMessageW(hwnd, EM_SETPASSWORDCHAR, kMaskCharacter, 0);
+    installSubclass(hwnd, PasswordProc, *this);
+    // The new eye is going to be painted anyway.
+    m_eyeLook = WantedLook();
     ShowNewLook();
 }
 
