@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 
+#include "Json.h"
 #include "QkDlg/Win32.h"
 #include "Report.h"
 #include "Sections.h"
@@ -53,5 +54,8 @@ int main(int argc, char** argv) {
         printSection(results, section.name);
     }
     printTargets(results);
-    return 0;
+    if (options->json.empty() || writeJson(results, options->json))
+        return 0;
+    std::fprintf(stderr, "%s cannot be written\n", options->json.c_str());
+    return 1;
 }

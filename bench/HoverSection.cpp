@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::array kHoveredLooks{Look::Standard, Look::Bare, Look::Flat};
-constexpr auto kQuiet = 200ms;  ///< longer than a step of any animation
+constexpr auto kQuiet = 300ms;  ///< longer than a step of any animation
 constexpr auto kAtMost = 3000ms;
 constexpr auto kIdle = 2000ms;
 constexpr SIZE kHostSize{720, 720};

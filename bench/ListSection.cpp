@@ -143,7 +143,7 @@ void scrollAll(const Lists& lists, int rowCount, Results* results) {
             const double time = timeOfFrame(*lists[i], step);
             lists[i]->show(false);
             if (results)
-                results->add("list", std::to_string(rowCount) + ", by " + step.name,
+                results->add("list", std::to_string(rowCount) + " by " + step.name,
                              nameOf(kListLooks[i]), time);
         }
     }

@@ -5,21 +5,12 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "Lists.h"
 #include "Sections.h"
 
 namespace QkDlgBench {
 
 namespace {
-
-std::vector<std::string> split(std::string_view list) {
-    std::vector<std::string> parts;
-    while (!list.empty()) {
-        const auto comma = list.find(',');
-        parts.emplace_back(list.substr(0, comma));
-        list = comma == std::string_view::npos ? std::string_view() : list.substr(comma + 1);
-    }
-    return parts;
-}
 
 bool contains(const std::vector<std::string>& list, std::string_view name) {
     return list.empty() || std::ranges::find(list, name) != list.end();

@@ -84,26 +84,17 @@ void printSection(const Results& results, const char* section) {
     std::fflush(stdout);
 }
 
-int printTargets(const Results& results) {
+void printTargets(const Results& results) {
     const auto verdicts = judge(results);
     if (verdicts.empty())
-        return 0;
-    int missed = 0;
-    std::printf("\n%-42s %8s %8s\n", "target", "at most", "found");
-    for (const Verdict& verdict : verdicts) {
-        const Target& target = verdict.target;
-        std::string name =
-            std::string(target.section) + " " + target.subject + ": " + target.column;
-        if (target.against)
-            name += std::string("/") + target.against;
-        std::printf("%-42s %8.2f %8.2f  %s\n", name.c_str(), target.limit, verdict.value,
+        return;
+    std::printf("\n%-48s %8s %8s\n", "target", "at most", "found");
+    for (const Verdict& verdict : verdicts)
+        std::printf("%-48s %8.2f %8.2f  %s\n", verdict.figure.c_str(), verdict.limit, verdict.value,
                     verdict.kept ? "met" : "MISSED");
-        missed += verdict.kept ? 0 : 1;
-    }
-    std::printf("%d of %d targets met\n", static_cast<int>(verdicts.size()) - missed,
-                static_cast<int>(verdicts.size()));
+    std::printf("%td of %zu targets met\n", std::ranges::count_if(verdicts, &Verdict::kept),
+                verdicts.size());
     std::fflush(stdout);
-    return missed;
 }
 
 }  // namespace QkDlgBench

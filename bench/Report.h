@@ -7,7 +7,7 @@ namespace QkDlgBench {
 /// Prints the tables of a section and of those whose names begin with it.
 void printSection(const Results& results, const char* section);
 
-/// Prints each target with the figure found. The number of those missed.
-int printTargets(const Results& results);
+/// Prints each target with the figure found.
+void printTargets(const Results& results);
 
 }  // namespace QkDlgBench

@@ -1,23 +1,16 @@
 #pragma once
 
-#include <optional>
+#include <string>
 #include <vector>
 
 #include "Results.h"
 
 namespace QkDlgBench {
 
-/// A promise about a figure: a ratio of two columns of a row, or a column by itself.
-struct Target {
-    const char* section;
-    const char* subject;
-    const char* column;
-    const char* against;  ///< the column to divide by; null for the figure itself
-    double limit;         ///< the largest value that keeps the promise
-};
-
+/// A promise about a figure and what was found.
 struct Verdict {
-    Target target;
+    std::string figure;  ///< its table, row and columns
+    double limit;        ///< the largest value that keeps the promise
     double value;
     bool kept;
 };

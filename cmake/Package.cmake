@@ -38,7 +38,8 @@ install(DIRECTORY include/QkDlg DESTINATION include)
 install(FILES res/QkDlg.rc res/bitmaps.rc res/strings.rc res/dlg_xml.xsd debugger/QkDlg.natvis
         DESTINATION share/QkDlg)
 install(DIRECTORY res/bitmaps DESTINATION share/QkDlg)
-install(FILES README.md CHANGELOG.md DESTINATION ${QKDLG_DOC_DIR})
+file(GLOB texts *.md)
+install(FILES ${texts} DESTINATION ${QKDLG_DOC_DIR})
 # At the places where README.md has them.
 install(DIRECTORY docs DESTINATION ${QKDLG_DOC_DIR})
 install(DIRECTORY examples/c_host examples/cpp_host examples/rust_host

@@ -32,7 +32,7 @@ clean_environment
 arm_cleanup
 lock_build
 need_packages "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" "${FUZZ_PACKAGES[@]}" \
-    "${WINE_PACKAGES[@]}"
+    "${WINE_PACKAGES[@]}" "${RUST_PACKAGES[@]}"
 decide_wine32
 
 configure native-sanitize

@@ -43,7 +43,6 @@ static BOOL loadLibrary(void) {
     deleteControl = (QkDeleteControlProc)(Function)GetProcAddress(library, "DeleteQkCustomControl");
     flatStyleEnabled =
         (QkFlatStyleEnabledProc)(Function)GetProcAddress(library, "FlatStyleEnabled");
-    /* It stays loaded: windows and objects refer to its code. */
     return createControl && deleteControl && flatStyleEnabled;
 }
 
@@ -85,6 +84,7 @@ static INT_PTR CALLBACK dialogProc(HWND dialog, UINT message, WPARAM wParam, LPA
     return FALSE;
 }
 
+/* NOLINTNEXTLINE(readability-non-const-parameter): the system's own signature */
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int showCommand) {
     (void)previous;
     (void)commandLine;

@@ -74,7 +74,6 @@ struct Library {
 impl Library {
     fn load() -> Option<Library> {
         let name = if cfg!(target_pointer_width = "64") { "QkDlg64.dll" } else { "QkDlg32.dll" };
-        // It stays loaded: windows and objects refer to its code.
         let module = unsafe { LoadLibraryW(wide(name).as_ptr()) };
         if module.is_null() {
             return None;

@@ -9,8 +9,10 @@ namespace QkDlg {
 /// as the fonts are: a dialog has many controls and few faces. GUI thread only.
 class FontFace {
 public:
+    /// Finds the text of that name, or keeps a new one. The name may be empty.
     explicit FontFace(std::wstring_view name);
 
+    /// Lives as long as the process.
     [[nodiscard]] const std::wstring& name() const { return *m_name; }
 
 private:

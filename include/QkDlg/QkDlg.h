@@ -21,7 +21,7 @@
  *
  * Life: the host owns every object that CreateQkCustomControl returned, and deletes it once, on the
  * GUI thread, after the control's window is gone: when DialogBox has returned, or in the dialog's
- * WM_NCDESTROY. The DLL stays loaded until then.
+ * WM_NCDESTROY. From the first object on the DLL stays in the process; FreeLibrary has no effect.
  */
 #ifndef QKDLG_QKDLG_H
 #define QKDLG_QKDLG_H

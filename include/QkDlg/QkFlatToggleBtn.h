@@ -11,6 +11,7 @@ class QkFlatToggleBtn : public QkFlatToggleBase {
 public:
     /// For the window of that control id.
     explicit QkFlatToggleBtn(UINT id);
+    ~QkFlatToggleBtn() override;
 
     /// Binds, gives the window the size of a switch, and sets its text.
     void Attach(HWND hwnd) override;

@@ -12,6 +12,7 @@ A code block in C or C++ has a comment before it, on the line above its fence:
 Names of the library that an example makes up are listed in <!-- invented: NAME... -->.
 """
 
+import concurrent.futures
 import json
 import pathlib
 import re
@@ -55,12 +56,17 @@ class Checker:
         self.faults.append(f"{document}: {text}")
 
     def run(self):
+        samples = []
         for document in self.documents:
             self.check_links(document)
             self.check_names(document)
-            self.check_code(document)
+            samples += self.check_code(document)
+        with concurrent.futures.ThreadPoolExecutor() as pool:
+            for fault in filter(None, pool.map(lambda sample: self.compile(*sample), samples)):
+                self.fault(*fault)
         self.check_pictures_shown()
         self.check_reachable()
+        self.check_reports()
 
     # Links
 
@@ -94,6 +100,16 @@ class Checker:
         for document in self.documents:
             if document not in reached:
                 self.fault(document, "not to be reached from docs/README.md")
+
+    def check_reports(self):
+        """docs/debugging.md has a row for each assertion report, and for no other."""
+        document = "docs/debugging.md"
+        rows = re.findall(r"^\| `([\w/]+)` \| ([\d, ]+) \|", self.texts[document], re.M)
+        told = {f"{module} {line.strip()}" for module, lines in rows for line in lines.split(",")}
+        sites = self.grep(r'AssertSite [a-zA-Z]+\{"[^}]*', "src/*.cpp", "lib/*.cpp", "xml/*.cpp")
+        made = {site.split('"', 1)[1].replace('",', "") for site in sites}
+        for site in sorted(told ^ made):
+            self.fault(document, f"{'not in the sources' if site in told else 'missing'}: {site}")
 
     # Names
 
@@ -162,6 +178,7 @@ class Checker:
     # Code
 
     def check_code(self, document):
+        """The samples of a document: its name, theirs, language and text."""
         samples = {}
         for match in FENCE.finditer(self.texts[document]):
             language, block = match.groups()
@@ -176,8 +193,7 @@ class Checker:
                 before, _, after = f"\n{marks.group(3)}\n".partition("\n...\n")
                 piece = f"{before}\n{block}{after}"
                 samples.setdefault((marks.group(2), language), []).append(piece)
-        for (name, language), blocks in samples.items():
-            self.compile(document, name, language, "\n".join(blocks))
+        return [(document, *key, "\n".join(blocks)) for key, blocks in samples.items()]
 
     def check_xml(self, document, block):
         try:
@@ -195,7 +211,8 @@ class Checker:
             command = [*COMPILERS[language], *WARNINGS, *folders, str(source)]
             result = subprocess.run(command, capture_output=True, text=True)
         if result.returncode:
-            self.fault(document, f"sample {name} does not compile:\n{result.stderr[:2000]}")
+            return document, f"sample {name} does not compile:\n{result.stderr[:2000]}"
+        return None
 
 
 def resolve(document, path):

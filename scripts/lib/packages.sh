@@ -6,6 +6,8 @@ BUILD_PACKAGES=(cmake ninja-build libboost-dev g++-mingw-w64-x86-64-posix)
 WINE_PACKAGES=(wine wine64 xvfb fonts-liberation fonts-open-sans fonts-wine libxcomposite1
     libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1)
 TEST_PACKAGES=(g++ g++-mingw-w64-i686-posix googletest)
+# The example in Rust.
+RUST_PACKAGES=(rustc libstd-rust-dev-windows)
 # The fuzz targets, and the parser that one of them compares with.
 FUZZ_PACKAGES=(clang libclang-rt-dev libexpat1-dev)
 CLANG_PACKAGES=(clang clang-tidy clang-format binutils python3 git)

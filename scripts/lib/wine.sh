@@ -131,7 +131,10 @@ start_display() {
     say "starting Xvfb"
     : >"$number"
     # Ends with this script even if that is killed.
-    setpriv --pdeathsig TERM Xvfb -displayfd 6 -screen 0 "$1x$2x24" -nolisten tcp -noreset \
+    # What it shows lies in a file, for tests that watch the screen without asking for it.
+    SCREEN_FOLDER=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
+    export QKDLG_SCREEN=$SCREEN_FOLDER/Xvfb_screen0
+    setpriv --pdeathsig TERM Xvfb -displayfd 6 -screen 0 "$1x$2x24" -nolisten tcp -noreset -s 0 -fbdir "$SCREEN_FOLDER" \
         6>"$number" </dev/null >"$LOGS/xvfb.log" 2>&1 7>&- 8>&- 9>&- &
     XVFB=$!
     on_exit stop_display
@@ -153,4 +156,5 @@ start_display() {
 stop_display() {
     kill -TERM "$XVFB" 2>/dev/null
     wait "$XVFB" 2>/dev/null
+    rm -rf "$SCREEN_FOLDER"
 }

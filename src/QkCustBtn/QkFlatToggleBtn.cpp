@@ -9,7 +9,6 @@
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
 #include "QkUtil/Resources.h"
-#include "QkUtil/WindowText.h"
 #include "lib/AssertReport.h"
 
 namespace QkDlg {
@@ -70,6 +69,14 @@ QkFlatToggleBtn::QkFlatToggleBtn(UINT id) : QkFlatToggleBase(id) {
     m_clrText = GetUIColor(UICLR_DARK_GREY);
 }
 
+QkFlatToggleBtn::~QkFlatToggleBtn() {
+    // The standard check box knows nothing of the press, and would keep the mouse for ever.
+    if (m_hWnd && m_bMouseDown && GetCapture() == m_hWnd) {
+        m_bMouseDown = false;
+        ReleaseCapture();
+    }
+}
+
 // Painting
 
 QkFlatToggleBtn::Colours QkFlatToggleBtn::CurrentColours() const {
@@ -115,11 +122,11 @@ void QkFlatToggleBtn::PaintCaption(HDC dc, const RECT& area, COLORREF background
     const HFONT font = ControlFont();
     if (!font)
         QkLib::reportAssertFailure(kNoFont);
-    SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    GiveFont(font);
     const Selection selected(dc, font);
     ::SetTextColor(dc, StateTextColor());
     ::SetBkColor(dc, background);
-    const std::wstring text = windowText(m_hWnd);
+    const std::wstring text = GetText();
     TextOutW(dc, area.left, area.top, text.c_str(), static_cast<int>(text.size()));
 }
 
@@ -250,7 +257,10 @@ LRESULT CALLBACK QkFlatToggleBtn::ToggleProc(HWND hwnd, UINT id, WPARAM wParam, 
             toggle->Paint(paint.get());
             return 1;
         }
+        // Painting covers all of it.
+        case WM_ERASEBKGND: return 1;
         case WM_PRINTCLIENT: toggle->Paint(reinterpret_cast<HDC>(wParam)); return 1;
+        case WM_SETFONT: toggle->ForgetGivenFont(); break;
         case BM_SETSTYLE:
         case BM_SETIMAGE:
         case WM_SETTEXT:
@@ -270,8 +280,9 @@ LRESULT CALLBACK QkFlatToggleBtn::ToggleProc(HWND hwnd, UINT id, WPARAM wParam, 
 
 void QkFlatToggleBtn::Attach(HWND hwnd) {
     QkCustomControl::Attach(hwnd);
+    // Nothing is left of a drag in the last window; the mouse that this one holds is its own matter.
     ResetEffects();
-    EndDrag();
+    m_nDragX = -1;
     ResizeToSwitch();
     installSubclass(hwnd, ToggleProc, *this);
     SetCaption(IsChecked());

@@ -420,9 +420,12 @@ ListViewPainter::Face ListViewPainter::FaceOf(const Run& run) {
 }
 
 COLORREF ListViewPainter::TextColour(const Run& run, bool first) {
-    if (run.highContrast && run.enabled)
-        return GetSysColor(run.row.look == RowLook::Plain ? COLOR_WINDOWTEXT : COLOR_HIGHLIGHTTEXT);
-    if (run.highContrast || (first && !run.enabled))
+    // The colour of disabled texts need not be readable on that of a selection.
+    if (run.highContrast && run.row.look != RowLook::Plain)
+        return GetSysColor(COLOR_HIGHLIGHTTEXT);
+    if (run.highContrast)
+        return GetSysColor(run.enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
+    if (first && !run.enabled)
         return GetDisabledTextColor();
     return first ? kFirstColumnText : kOtherColumnText;
 }

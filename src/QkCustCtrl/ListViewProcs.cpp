@@ -42,11 +42,14 @@ bool isOfGroup(const PaintedList& painted, const NMLVCUSTOMDRAW& draw) {
     return painted.grouped && draw.dwItemType == LVCDI_GROUP;
 }
 
+bool isMirrored(HWND list) {
+    return (GetWindowLongPtrW(list, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
+}
+
 /// Wine's list paints a mirrored window into a buffer that is not mirrored, and so copies it out
 /// the wrong way round.
 void mirrorBuffer(HDC dc, HWND list) {
-    const bool mirrored = (GetWindowLongPtrW(list, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
-    if (mirrored && GetLayout(dc) == 0)
+    if (isMirrored(list) && GetLayout(dc) == 0)
         SetLayout(dc, LAYOUT_RTL);
 }
 
@@ -61,6 +64,15 @@ void redrawRowMargins(HWND list) {
         return;
     OffsetRgn(update.get(), -ListLengths(screenDpi()).inset, 0);
     InvalidateRgn(list, update.get(), FALSE);
+    if (!isMirrored(list))
+        return;
+    // Of a mirrored buffer it copies whole rows only to where they belong.
+    RECT rows{};
+    GetUpdateRect(list, &rows, FALSE);
+    const RECT client = clientRect(list);
+    rows.left = client.left;
+    rows.right = client.right;
+    InvalidateRect(list, &rows, FALSE);
 }
 
 /// The ground before any row, as not every version of the control leaves it to the parent, and a

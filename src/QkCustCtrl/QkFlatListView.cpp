@@ -57,13 +57,14 @@ COLORREF groundOf(HWND list) {
     return static_cast<COLORREF>(SendMessageW(list, LVM_GETBKCOLOR, 0, 0));
 }
 
-/// A list lays its header out only when its size really changes.
+/// A list lays its header out only when its size really changes. It shrinks for that moment: grown,
+/// it would leave a line of its frame below itself.
 void layOutAgain(HWND list) {
     constexpr UINT flags = SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW;
     const RECT now = windowRectIn(list, HWND_DESKTOP);
     const int width = now.right - now.left;
     const int height = now.bottom - now.top;
-    SetWindowPos(list, nullptr, 0, 0, width, height + 1, flags);
+    SetWindowPos(list, nullptr, 0, 0, width, height > 0 ? height - 1 : 1, flags);
     SetWindowPos(list, nullptr, 0, 0, width, height, flags);
 }
 
@@ -125,7 +126,8 @@ void QkFlatListView::EnterFlatMode() {
     FollowHeader();
     FollowHeaderDrag(0);
     layOutAgain(m_hWnd);
-    RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    RedrawWindow(m_hWnd, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void QkFlatListView::LeaveFlatMode() {
@@ -140,7 +142,8 @@ void QkFlatListView::LeaveFlatMode() {
         SendMessageW(m_hWnd, LVM_SETBKCOLOR, 0, static_cast<LPARAM>(m_savedGround));
     m_savedSmallImages = nullptr;
     layOutAgain(m_hWnd);
-    RedrawWindow(m_hWnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    RedrawWindow(m_hWnd, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void QkFlatListView::FollowView() {
@@ -226,6 +229,8 @@ void QkFlatListView::OnDestroy() {
 /// Gives the list back to the application.
 void QkFlatListView::Release() {
     const HWND list = m_hWnd;
+    // Leaving changes styles, upon which a list in report view would become flat again.
+    m_ending = true;
     if (m_flatMode)
         LeaveFlatMode();
     Unbind();

@@ -23,11 +23,6 @@ struct Use {
     DWORD status;
 };
 
-std::ostream& operator<<(std::ostream& out, const Use& use) {
-    const std::wstring name = use.program;
-    return out << std::string(name.begin(), name.end()) << ' ' << use.button;
-}
-
 void send(INPUT input) {
     SendInput(1, &input, sizeof input);
     Sleep(30);
@@ -152,7 +147,13 @@ const Use kUses[] = {
     {L"RustHost.exe", L"Export", IDOK, "", 0, IDCANCEL, 1},
 #endif
 };
-INSTANTIATE_TEST_SUITE_P(All, Examples, testing::ValuesIn(kUses));
+
+INSTANTIATE_TEST_SUITE_P(All, Examples, testing::ValuesIn(kUses),
+                         [](const testing::TestParamInfo<Use>& use) {
+                             const std::wstring name = use.param.program;
+                             return std::string(name.begin(), name.end() - 4) +
+                                    std::to_string(use.index);
+                         });
 
 }  // namespace
 }  // namespace QkDlgTest

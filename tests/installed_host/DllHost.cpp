@@ -1,0 +1,1 @@
+#include "DllHost.c"
