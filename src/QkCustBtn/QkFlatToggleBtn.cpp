@@ -272,11 +272,12 @@ LRESULT CALLBACK QkFlatToggleBtn::ToggleProc(HWND hwnd, UINT id, WPARAM wParam, 
 
 void QkFlatToggleBtn::Attach(HWND hwnd) {
     QkCustomControl::Attach(hwnd);
+    if (m_bMouseDown)
+        EndDrag();
     ResetEffects();
-    EndDrag();
     ResizeToSwitch();
-    installSubclass(hwnd, ToggleProc, *this);
     SetCaption(IsChecked());
+    installSubclass(hwnd, ToggleProc, *this);
     Refresh();
 }
 

@@ -1,5 +1,8 @@
 #include "QkCustCtrl/ParentColours.h"
 
+#include <unordered_map>
+#include <unordered_set>
+
 #include "QkCustCtrl/LiveControls.h"
 #include "QkCustCtrl/SubclassGlue.h"
 #include "QkUtil/Module.h"
@@ -8,8 +11,18 @@ namespace QkDlg {
 
 namespace {
 
-/// Window property: the control object that colours the window.
-constexpr wchar_t kColouredBy[] = L"QK_COLOURED_BY";
+/// Which control colours which window, and the parents that have the procedure below. Kept here and
+/// not as window properties: the question comes with every painting of a label or an edit.
+struct Coloured {
+    std::unordered_map<HWND, DWORD_PTR> controls;
+    std::unordered_set<HWND> parents;
+};
+
+Coloured& coloured() {
+    // Never destroyed: a host's static object may end after this module's.
+    static auto& all = *new Coloured;
+    return all;
+}
 
 bool asksColour(UINT message) {
     return message == WM_CTLCOLORSTATIC || message == WM_CTLCOLOREDIT ||
@@ -25,12 +38,18 @@ bool leftToSystem(UINT message, HDC dc, LRESULT answer) {
            GetTextColor(dc) == GetSysColor(COLOR_WINDOWTEXT);
 }
 
+DWORD_PTR referenceTo(const QkCustomControl& control) {
+    return reinterpret_cast<DWORD_PTR>(&control);
+}
+
 LRESULT answerColour(const Message& message) {
     const LRESULT parents = message.passOn();
     const auto child = reinterpret_cast<HWND>(message.lParam);
     const auto dc = reinterpret_cast<HDC>(message.wParam);
-    const auto reference = reinterpret_cast<DWORD_PTR>(GetPropW(child, kColouredBy));
-    auto* const control = livingControl<QkCustomControl>(child, reference);
+    const auto found = coloured().controls.find(child);
+    auto* const control = found == coloured().controls.end()
+                              ? nullptr
+                              : livingControl<QkCustomControl>(child, found->second);
     if (!control)
         return parents;
 
@@ -49,8 +68,10 @@ LRESULT answerColour(const Message& message) {
 LRESULT CALLBACK parentProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam, UINT_PTR subclassId,
                             DWORD_PTR) {
     const Message message{hwnd, id, wParam, lParam};
-    if (id == WM_NCDESTROY)
+    if (id == WM_NCDESTROY) {
         RemoveWindowSubclass(hwnd, parentProc, subclassId);
+        coloured().parents.erase(hwnd);
+    }
     return asksColour(id) ? answerColour(message) : message.passOn();
 }
 
@@ -61,9 +82,18 @@ void answerColoursForParent(QkCustomControl& control) {
     const HWND parent = GetParent(hwnd);
     if (!parent)
         return;
+    coloured().controls.insert_or_assign(hwnd, referenceTo(control));
+    if (coloured().parents.contains(parent))
+        return;
     pinOwnModule();
-    SetPropW(hwnd, kColouredBy, &control);
-    SetWindowSubclass(parent, parentProc, kSubclassId, 0);
+    if (SetWindowSubclass(parent, parentProc, kSubclassId, 0))
+        coloured().parents.insert(parent);
+}
+
+void stopAnsweringColours(const QkCustomControl& control) {
+    const auto found = coloured().controls.find(control.GetWindow());
+    if (found != coloured().controls.end() && found->second == referenceTo(control))
+        coloured().controls.erase(found);
 }
 
 }  // namespace QkDlg

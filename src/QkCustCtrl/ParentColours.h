@@ -10,4 +10,7 @@ namespace QkDlg {
 /// for it. A parent's own answer stands.
 void answerColoursForParent(QkCustomControl& control);
 
+/// The control or its binding to its window ends; nothing where it never answered.
+void stopAnsweringColours(const QkCustomControl& control);
+
 }  // namespace QkDlg

@@ -5,6 +5,7 @@
 #include "QkCustCtrl/CaptionLayout.h"
 #include "QkCustCtrl/FocusRect.h"
 #include "QkCustCtrl/LiveControls.h"
+#include "QkCustCtrl/ParentColours.h"
 #include "QkDlg/DialogFonts.h"
 #include "QkUtil/Bitmaps.h"
 #include "QkUtil/Handles.h"
@@ -51,12 +52,14 @@ QkCustomControl::QkCustomControl(UINT id, const UINT32* imageIds, std::wstring_v
 }
 
 QkCustomControl::~QkCustomControl() {
+    stopAnsweringColours(*this);
     LiveControls::remove(*this);
 }
 
 void QkCustomControl::OnReserved1() {}
 
 void QkCustomControl::Attach(HWND hwnd) {
+    stopAnsweringColours(*this);
     m_hWnd = hwnd;
     m_standardProc = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(hwnd, GWLP_WNDPROC));
     // An object may be bound again: nothing is left of the last window's mouse.
@@ -174,6 +177,7 @@ void QkCustomControl::CalcFocusRect() {
 }
 
 void QkCustomControl::Detach() {
+    stopAnsweringColours(*this);
     m_hWnd = nullptr;
 }
 
