@@ -1,5 +1,4 @@
 // Dialogs of growing size, opened, redrawn and closed.
-#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -14,9 +13,10 @@ namespace {
 
 struct Size {
     int controls;
-    int rounds;
+    int every;  ///< how many rounds pass until its next turn: large dialogs take long
 };
-constexpr std::array kSizes{Size{10, 31}, Size{100, 15}, Size{1000, 7}};
+constexpr std::array kSizes{Size{10, 1}, Size{100, 2}, Size{1000, 4}};
+constexpr int kRounds = 28;
 constexpr std::array kDialogLooks{Look::Standard, Look::Bare, Look::Flat};
 constexpr double kPerMillisecond = 1000;
 
@@ -85,11 +85,14 @@ void add(Results& results, const char* stage, int controls, Look look, double ti
 
 }  // namespace
 
+// Sizes take turns as looks do, so that they can be compared with one another.
 void runDialog(const Options& options, Results& results) {
-    for (const Size& size : kSizes) {
-        const std::vector<WORD> words = mixedDialog(size.controls);
-        const int rounds = std::min(options.roundsOr(size.rounds), size.rounds);
-        for (int round = -1; round < rounds; ++round) {
+    const int rounds = options.roundsOr(kRounds);
+    for (int round = -1; round < rounds; ++round) {
+        for (const Size& size : kSizes) {
+            if (round > 0 && round % size.every != 0)
+                continue;
+            const std::vector<WORD> words = mixedDialog(size.controls);
             for (const Look look : kDialogLooks) {
                 const Times times = runOnce(words, look);
                 if (round < 0)
