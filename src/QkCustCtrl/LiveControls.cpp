@@ -3,6 +3,7 @@
 #include <set>
 
 #include "QkUtil/Canvas.h"
+#include "QkUtil/Resources.h"
 #include "QkUtil/SpareDc.h"
 
 namespace QkDlg {
@@ -28,6 +29,7 @@ void LiveControls::remove(const QkCustomControl& control) {
     // Nobody is left to paint: a host without flat controls has none of their GDI objects either.
     Canvas::freeKept();
     SpareDc::freeKept();
+    FreshPicture::freeKept();
 }
 
 QkCustomControl* LiveControls::find(DWORD_PTR referenceData) {
