@@ -20,7 +20,8 @@ constexpr std::uint32_t kImageIdEnd = 0x7FFFFFFF;
     return bucket;
 }
 
-/// The bitmap resource ids of a control's images, up to three, each in eight sizes.
+/// The bitmap resource ids of a control's images, up to three, each in eight sizes. Most controls
+/// of a dialog have the same, so equal lists share their ids.
 class ImageIdList {
 public:
     /// An empty list.
@@ -42,7 +43,11 @@ public:
 private:
     static constexpr unsigned kSlots = 25;
 
-    std::array<std::uint32_t, kSlots> m_slots{};
+    using Slots = std::array<std::uint32_t, kSlots>;
+
+    ImageIdList(const Slots& slots, std::uint32_t count);
+
+    const Slots* m_slots = nullptr;  ///< shared by equal lists, for as long as the process lives
     std::uint32_t m_count = 0;
 };
 

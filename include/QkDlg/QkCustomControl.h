@@ -74,7 +74,7 @@ public:
     void SetBkColor(COLORREF colour) { m_clrBk = colour; }
     /// The font to draw in; an empty face and a size of 0 mean the default at the next Attach.
     void SetFont(std::wstring_view face, int size, int weight);
-    [[nodiscard]] const std::wstring& GetFontFace() const { return m_fontFace; }
+    [[nodiscard]] const std::wstring& GetFontFace() const { return *m_fontFace; }
     [[nodiscard]] int GetFontSize() const { return m_nFontSize; }
 
 protected:
@@ -120,7 +120,7 @@ protected:
     COLORREF m_clrBorder = 0xC0C0C0;     ///< border at rest
     COLORREF m_clrHotBorder = 0xEAB47E;  ///< border under the mouse
     COLORREF m_clrCurBorder = 0xC0C0C0;  ///< border in use now
-    std::wstring m_fontFace;             ///< empty: the default
+    const std::wstring* m_fontFace;      ///< shared by all that have the same; empty: the default
     INT32 m_nFontSize;                   ///< points; 0: the default
     INT32 m_nFontWeight = FW_NORMAL;     ///< as in LOGFONT
     INT32 m_bImageRight = 0;             ///< the image stands right of the caption

@@ -1,6 +1,7 @@
 #include "QkDlg/ImageIdList.h"
 
 #include <algorithm>
+#include <set>
 
 #include "lib/AssertReport.h"
 
@@ -25,17 +26,23 @@ ImageIdList::ImageIdList(const std::uint32_t* ids) {
         ++count;  // the terminator
     if (count % kImageSizes != 1)
         QkLib::reportAssertFailure(kNotInEights);
-    std::copy_n(ids, count, m_slots.begin());
-    m_count = count / kImageSizes;
+    Slots slots{};
+    std::copy_n(ids, count, slots.begin());
+    *this = ImageIdList(slots, count / kImageSizes);
+}
+
+ImageIdList::ImageIdList(const Slots& slots, std::uint32_t count) : m_count(count) {
+    // Never destroyed: a host's static object may end after this module's.
+    static auto& known = *new std::set<Slots>;
+    m_slots = &*known.insert(slots).first;
 }
 
 ImageIdList ImageIdList::fromFirstId(std::uint32_t firstId) {
-    ImageIdList list;
+    Slots slots{};
     for (unsigned bucket = 0; bucket < kImageSizes; ++bucket)
-        list.m_slots.at(bucket) = firstId + bucket;
-    list.m_slots.at(kImageSizes) = kImageIdEnd;
-    list.m_count = 1;
-    return list;
+        slots.at(bucket) = firstId + bucket;
+    slots.at(kImageSizes) = kImageIdEnd;
+    return {slots, 1};
 }
 
 std::uint32_t ImageIdList::idOf(std::uint32_t image, unsigned bucket) const {
@@ -44,7 +51,7 @@ std::uint32_t ImageIdList::idOf(std::uint32_t image, unsigned bucket) const {
     const std::uint64_t slot = std::uint64_t{image > last ? 0 : image} * kImageSizes + bucket;
     if (slot >= kUsableSlots)
         QkLib::reportAssertFailure(kSlotOutOfRange);
-    const std::uint32_t id = m_slots.at(static_cast<std::size_t>(slot));
+    const std::uint32_t id = m_slots ? m_slots->at(static_cast<std::size_t>(slot)) : 0;
     return id == kImageIdEnd ? 0 : id;
 }
 

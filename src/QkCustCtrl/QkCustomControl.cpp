@@ -1,6 +1,8 @@
 #include "QkDlg/QkCustomControl.h"
 
 #include <array>
+#include <functional>
+#include <set>
 
 #include "QkCustCtrl/CaptionLayout.h"
 #include "QkCustCtrl/FocusRect.h"
@@ -39,6 +41,14 @@ CaptionBox captionBox(const RECT& bounds, UINT flags) {
     return box;
 }
 
+/// Most controls of a process have the same few faces.
+const std::wstring& sharedFace(std::wstring_view face) {
+    // Never destroyed: a host's static object may end after this module's.
+    static auto& faces = *new std::set<std::wstring, std::less<>>;
+    const auto known = faces.find(face);
+    return known != faces.end() ? *known : *faces.emplace(face).first;
+}
+
 bool uiStateHas(HWND hwnd, LRESULT flag) {
     return (SendMessageW(hwnd, WM_QUERYUISTATE, 0, 0) & flag) != 0;
 }
@@ -47,7 +57,7 @@ bool uiStateHas(HWND hwnd, LRESULT flag) {
 
 QkCustomControl::QkCustomControl(UINT id, const UINT32* imageIds, std::wstring_view fontFace,
                                  int fontSize)
-    : m_nId(id), m_images(imageIds), m_fontFace(fontFace), m_nFontSize(fontSize) {
+    : m_nId(id), m_images(imageIds), m_fontFace(&sharedFace(fontFace)), m_nFontSize(fontSize) {
     LiveControls::add(*this);
     FollowTable(&QkCustomControl::m_clrHover, UICLR_HOVER);
 }
@@ -68,8 +78,8 @@ void QkCustomControl::Attach(HWND hwnd) {
     ForgetGivenFont();
     m_clrAnim = kNoColor;
     m_clrCurBorder = m_clrBorder;
-    if (m_fontFace.empty()) {
-        m_fontFace = defaultFontFace();
+    if (m_fontFace->empty()) {
+        m_fontFace = &sharedFace(defaultFontFace());
         if (m_nFontSize == 0)
             m_nFontSize = defaultFontSize();
     }
@@ -183,13 +193,13 @@ void QkCustomControl::Detach() {
 }
 
 void QkCustomControl::SetFont(std::wstring_view face, int size, int weight) {
-    m_fontFace = face;
+    m_fontFace = &sharedFace(face);
     m_nFontSize = size;
     m_nFontWeight = weight;
 }
 
 HFONT QkCustomControl::ControlFont() const {
-    return GetFont(m_nFontSize, m_fontFace, m_nFontWeight, 0);
+    return GetFont(m_nFontSize, *m_fontFace, m_nFontWeight, 0);
 }
 
 COLORREF QkCustomControl::StateTextColor() {
