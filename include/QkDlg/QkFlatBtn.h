@@ -27,6 +27,7 @@ public:
     void OnLButtonDown(int x, int y) override;
     void OnLButtonUp(int x, int y) override;
     void OnMouseLeave() override;
+    void DrawFocus(HDC hdc) override;
     void CalcFocusRect() override;
 
     /// Paints the button in its current state into a DC with the client area's coordinates.

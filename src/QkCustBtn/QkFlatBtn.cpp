@@ -105,7 +105,8 @@ void QkFlatBtn::Paint(State state, HDC hdc) {
 void QkFlatBtn::PaintContent(HDC dc, State state) {
     const std::wstring caption = GetText();
     UpdateImage();
-    const UniqueBitmap bitmap = LoadBitmapResource(ImageIdFor(state));
+    const FreshPicture picture(ImageIdFor(state));
+    const HBITMAP bitmap = picture.get();
 
     fillRect(dc, m_rcClip, GetBkColor());
     SetBkMode(dc, TRANSPARENT);
@@ -115,7 +116,7 @@ void QkFlatBtn::PaintContent(HDC dc, State state) {
     const ImageSide side = m_bImageAbove   ? ImageSide::Above
                            : m_bImageRight ? ImageSide::Right
                                            : ImageSide::Left;
-    const Size image = bitmapSize(bitmap.get());
+    const Size image = bitmapSize(bitmap);
     const ButtonLayout layout =
         layOutButton({fromWin32(m_rcClip), image, bitmap != nullptr, !caption.empty(), side,
                       imageAlignment(m_hWnd), m_bImageGap, captionPadding()});
@@ -129,8 +130,8 @@ void QkFlatBtn::PaintContent(HDC dc, State state) {
     }
     if (bitmap) {
         if (m_bGreyDisabled && !IsWindowEnabled(m_hWnd))
-            greyPicture(bitmap.get());
-        DrawImage(dc, bitmap.get(), layout.imageX, layout.imageY);
+            greyPicture(bitmap);
+        DrawImage(dc, bitmap, layout.imageX, layout.imageY);
     }
     DrawFocus(dc);
 }
@@ -172,6 +173,12 @@ COLORREF QkFlatBtn::GetTextColor() {
 
 COLORREF QkFlatBtn::GetBkColor() {
     return IsHighContrast() ? GetSysColor(COLOR_BTNFACE) : QkCustomControl::GetBkColor();
+}
+
+void QkFlatBtn::DrawFocus(HDC hdc) {
+    // The standard button has been told, and asking the system costs more.
+    if ((AskStandard(BM_GETSTATE) & BST_FOCUS) != 0)
+        QkCustomControl::DrawFocus(hdc);
 }
 
 void QkFlatBtn::CalcFocusRect() {
@@ -336,18 +343,19 @@ void QkFlatBtn::Attach(HWND hwnd) {
 }
 
 void QkFlatBtn::ResizeToImage() {
-    const UniqueBitmap bitmap = LoadBitmapResource(ImageIdFor(State::Normal));
+    const FreshPicture picture(ImageIdFor(State::Normal));
     const HWND parent = GetParent(m_hWnd);
-    if (!bitmap || !parent)
+    if (!picture.get() || !parent)
         return;
-    const Size image = bitmapSize(bitmap.get());
+    const Size image = bitmapSize(picture.get());
     const int margin = scaled(kImageMargin);
     const RECT old = windowRectIn(m_hWnd, parent);
     const int width = image.width + margin;
     const int height = image.height + margin;
     MoveWindow(m_hWnd, (old.left + old.right) / 2 - width / 2,
                (old.top + old.bottom) / 2 - height / 2, width, height, FALSE);
-    InvalidateRect(parent, &old, TRUE);
+    if (IsWindowVisible(m_hWnd))
+        InvalidateRect(parent, &old, TRUE);
 }
 
 }  // namespace QkDlg

@@ -34,8 +34,8 @@ int QkFlatToggleBase::OnAnimateColor(COLORREF) {
 }
 
 int QkFlatToggleBase::GetContentWidth() {
-    const UniqueBitmap bitmap = LoadBitmapResource(m_images.idOf(0, dpiBucket(screenDpi())));
-    return bitmapSize(bitmap.get()).width + captionPadding();
+    const FreshPicture picture(m_images.idOf(0, dpiBucket(screenDpi())));
+    return bitmapSize(picture.get()).width + captionPadding();
 }
 
 int QkFlatToggleBase::GetCaptionRoom(HWND hwnd) {

@@ -123,7 +123,7 @@ void QkFlatToggleBtn::PaintCaption(HDC dc, const RECT& area, COLORREF background
     if (!font)
         QkLib::reportAssertFailure(kNoFont);
     GiveFont(font);
-    const Selection selected(dc, font);
+    useFont(dc, font);
     ::SetTextColor(dc, StateTextColor());
     ::SetBkColor(dc, background);
     const std::wstring text = GetText();

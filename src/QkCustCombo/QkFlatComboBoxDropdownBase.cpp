@@ -60,8 +60,8 @@ void QkFlatComboBoxDropdownBase::DrawButton(HDC dc, POINT at) {
 
 void QkFlatComboBoxDropdownBase::DrawArrow(HDC dc, int x, int y) {
     const UINT first = IsWindowEnabled(m_hWnd) ? kFirstArrowId : kFirstDisabledArrowId;
-    const UniqueBitmap arrow = LoadBitmapResource(first + dpiBucket(screenDpi()));
-    if (arrow)
+    const FreshPicture arrow(first + dpiBucket(screenDpi()));
+    if (arrow.get())
         DrawImage(dc, arrow.get(), x, y);
 }
 
@@ -93,8 +93,7 @@ void QkFlatComboBoxDropdownBase::LayOutButton() {
 }
 
 void QkFlatComboBoxDropdownBase::UpdateImage() {
-    const UniqueBitmap bitmap = LoadBitmapResource(kFirstArrowId + dpiBucket(screenDpi()));
-    const Size arrow = bitmapSize(bitmap.get());
+    const Size arrow = bitmapSize(FreshPicture(kFirstArrowId + dpiBucket(screenDpi())).get());
     m_arrowSize = {arrow.width, arrow.height};
 }
 

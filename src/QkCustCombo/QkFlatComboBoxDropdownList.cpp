@@ -50,7 +50,7 @@ void QkFlatComboBoxDropdownList::Paint(HDC hdc) {
 }
 
 void QkFlatComboBoxDropdownList::DrawItemText(HDC dc, const RECT& area) {
-    const Selection font(dc, ControlFont());
+    useFont(dc, ControlFont());
     const std::wstring text = ItemText();
     const int x = captionPadding();
     const std::wstring_view shown = cutToFit(
@@ -100,13 +100,12 @@ void QkFlatComboBoxDropdownList::LetHostDrawItem(HDC dc, const RECT& area) const
         item.itemData =
             static_cast<ULONG_PTR>(SendMessageW(m_hWnd, CB_GETITEMDATA, item.itemID, 0));
 
-    const int saved = SaveDC(dc);
+    const SavedDc saved(dc);
     // The font that the host measured its items with.
     const auto font = reinterpret_cast<HFONT>(SendMessageW(m_hWnd, WM_GETFONT, 0, 0));
     SelectObject(dc, font ? font : ControlFont());
     IntersectClipRect(dc, area.left, area.top, area.right, area.bottom);
     SendMessageW(GetParent(m_hWnd), WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
-    RestoreDC(dc, saved);
 }
 
 // Attach

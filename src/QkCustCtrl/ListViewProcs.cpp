@@ -119,6 +119,7 @@ LRESULT paintHeader(HWND header) {
     const PaintDc paint(header);
     const RECT client = clientRect(header);
     const Canvas canvas(paint.get(), header, {client.right, client.bottom});
+    const SavedDc saved(canvas.dc());
     SendMessageW(header, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc()), PRF_CLIENT);
     return 0;
 }

@@ -9,6 +9,7 @@
 #include "QkCustCtrl/ParentColours.h"
 #include "QkDlg/DialogFonts.h"
 #include "QkUtil/Bitmaps.h"
+#include "QkUtil/Canvas.h"
 #include "QkUtil/Handles.h"
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
@@ -272,7 +273,7 @@ void QkCustomControl::DrawCaption(HDC hdc, const std::wstring& text, const RECT&
     if (!font)
         QkLib::reportAssertFailure(kNoFont);
     GiveFont(font);
-    const Selection selected(hdc, font);
+    useFont(hdc, font);
     ::SetTextColor(hdc, StateTextColor());
     const UINT flags = alignment | TextFlags(text);
     const CaptionBox box = captionBox(bounds, flags);

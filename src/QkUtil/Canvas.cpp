@@ -133,18 +133,22 @@ Canvas::Canvas(HDC target, HWND window, Size size, POINT at)
             target, UniqueBitmap(CreateCompatibleBitmap(target, size.width, size.height)), size);
     if (!m_surface->isUsable()) {
         m_surface.reset();
+        m_savedTarget.emplace(target);
         return;
     }
-    m_savedState = SaveDC(dc());
-    SetLayout(dc(), layout);
+    if (layout != 0)
+        SetLayout(dc(), layout);
+    SetTextColor(dc(), RGB(0, 0, 0));
+    SetBkColor(dc(), RGB(255, 255, 255));
+    SetBkMode(dc(), OPAQUE);
 }
 
 Canvas::~Canvas() {
     if (!m_surface)
         return;
-    RestoreDC(dc(), m_savedState);
     // Between two DCs of the same layout the pixels are copied as they stand.
-    SetLayout(dc(), GetLayout(m_target));
+    if (!m_isForAll)
+        SetLayout(dc(), GetLayout(m_target));
     BitBlt(m_target, m_at.x, m_at.y, m_size.width, m_size.height, dc(), 0, 0, SRCCOPY);
     if (m_isForAll && !kept() && isWorthKeeping(m_surface->size()))
         kept() = std::move(m_surface);
@@ -152,6 +156,11 @@ Canvas::~Canvas() {
 
 HDC Canvas::dc() const {
     return m_surface ? m_surface->dc() : m_target;
+}
+
+void useFont(HDC canvas, HFONT font) {
+    if (font && GetCurrentObject(canvas, OBJ_FONT) != font)
+        SelectObject(canvas, font);
 }
 
 void fillRect(HDC dc, const RECT& rect, COLORREF colour) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "QkUtil/Geometry.h"
 #include "QkUtil/Handles.h"
@@ -25,7 +26,8 @@ public:
     Canvas(Canvas&&) = delete;
     Canvas& operator=(Canvas&&) = delete;
 
-    /// As a new DC is: whatever is changed about it ends with the canvas.
+    /// Colours, background mode and font end with the canvas; whoever changes anything else about
+    /// the DC puts it back, or has it put back by SavedDc.
     [[nodiscard]] HDC dc() const;
 
     /// Frees what is kept for the next canvas.
@@ -42,8 +44,12 @@ private:
     POINT m_at;
     std::unique_ptr<Surface> m_surface;  ///< null: straight to the target
     bool m_isForAll = false;             ///< the surface serves the next canvas as well
-    int m_savedState = 0;
+    std::optional<SavedDc> m_savedTarget;
 };
+
+/// Selects a font into a canvas. Nothing is put back: the next text chooses its own font, which
+/// most often is the same one, and then costs nothing. Not for fonts that are ever deleted.
+void useFont(HDC canvas, HFONT font);
 
 /// Fills a rectangle with one colour.
 void fillRect(HDC dc, const RECT& rect, COLORREF colour);

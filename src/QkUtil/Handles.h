@@ -123,4 +123,22 @@ private:
     HGDIOBJ m_previous;
 };
 
+/// All that is set about a DC, put back at the end. For host code that is let at one.
+class SavedDc {
+public:
+    explicit SavedDc(HDC dc) : m_dc(dc), m_saved(SaveDC(dc)) {}
+    ~SavedDc() {
+        if (m_saved != 0)
+            RestoreDC(m_dc, m_saved);
+    }
+    SavedDc(const SavedDc&) = delete;
+    SavedDc& operator=(const SavedDc&) = delete;
+    SavedDc(SavedDc&&) = delete;
+    SavedDc& operator=(SavedDc&&) = delete;
+
+private:
+    HDC m_dc;
+    int m_saved;
+};
+
 }  // namespace QkDlg

@@ -35,8 +35,8 @@ UniqueBitmap loadedBitmap(UINT id, HMODULE module) {
     return UniqueBitmap(static_cast<HBITMAP>(bitmap));
 }
 
-/// What a bitmap resource has been decoded to. Controls load theirs at every paint, since drawing
-/// changes a bitmap, and decoding is the dear part of that.
+/// What a bitmap resource of this module has been decoded to. Drawing changes a bitmap, so controls
+/// need theirs afresh at every paint, and decoding is the dear part of that.
 class Picture {
 public:
     /// Nothing for a null bitmap, and for one with a palette or other colour masks.
@@ -57,16 +57,49 @@ public:
 
     [[nodiscard]] UniqueBitmap asBitmap() const {
         void* bytes = nullptr;
-        UniqueBitmap bitmap(CreateDIBSection(nullptr, &m_info, DIB_RGB_COLORS, &bytes, nullptr, 0));
+        UniqueBitmap bitmap = emptyBitmap(bytes);
         if (bitmap)
             std::ranges::copy(m_bytes, static_cast<std::byte*>(bytes));
         return bitmap;
     }
 
+    /// The same bitmap each time, as it was at first.
+    [[nodiscard]] HBITMAP refreshed() {
+        if (!m_kept)
+            m_kept = emptyBitmap(m_keptBytes);
+        if (m_kept) {
+            GdiFlush();  // GDI may yet have to draw from it
+            std::ranges::copy(m_bytes, static_cast<std::byte*>(m_keptBytes));
+        }
+        return m_kept.get();
+    }
+
+    void freeKept() { m_kept.reset(); }
+
 private:
+    UniqueBitmap emptyBitmap(void*& bytes) const {
+        return UniqueBitmap(CreateDIBSection(nullptr, &m_info, DIB_RGB_COLORS, &bytes, nullptr, 0));
+    }
+
     BITMAPINFO m_info{};
     std::vector<std::byte> m_bytes;
+    UniqueBitmap m_kept;
+    void* m_keptBytes = nullptr;
 };
+
+std::map<UINT, Picture>& pictures() {
+    // Never destroyed: a host's static object may end after this module's.
+    static auto& all = *new std::map<UINT, Picture>;
+    return all;
+}
+
+/// Null for what there is none of, and for what cannot be kept decoded.
+Picture* pictureOf(UINT id) {
+    if (const auto known = pictures().find(id); known != pictures().end())
+        return &known->second;
+    auto picture = Picture::of(loadedBitmap(id, ownModule()).get());
+    return picture ? &pictures().emplace(id, std::move(*picture)).first->second : nullptr;
+}
 
 }  // namespace
 
@@ -75,14 +108,24 @@ UniqueBitmap LoadBitmapResource(UINT id, HMODULE module) {
         return nullptr;
     if (module && module != ownModule())
         return loadedBitmap(id, module);
-    // Never destroyed: a host's static object may end after this module's.
-    static auto& pictures = *new std::map<UINT, Picture>;
-    if (const auto known = pictures.find(id); known != pictures.end())
-        return known->second.asBitmap();
-    UniqueBitmap bitmap = loadedBitmap(id, ownModule());
-    if (auto picture = Picture::of(bitmap.get()))
-        pictures.emplace(id, std::move(*picture));
-    return bitmap;
+    const Picture* const picture = pictureOf(id);
+    return picture ? picture->asBitmap() : loadedBitmap(id, ownModule());
+}
+
+FreshPicture::FreshPicture(UINT id) {
+    if (id == 0)
+        return;
+    if (Picture* const picture = pictureOf(id)) {
+        m_bitmap = picture->refreshed();
+        return;
+    }
+    m_own = loadedBitmap(id, ownModule());
+    m_bitmap = m_own.get();
+}
+
+void FreshPicture::freeKept() {
+    for (auto& [id, picture] : pictures())
+        picture.freeKept();
 }
 
 std::wstring LoadStringResource(UINT id) {

@@ -24,6 +24,24 @@ protected:
 /// id, or the id is 0. A null module means the library's own.
 [[nodiscard]] UniqueBitmap LoadBitmapResource(UINT id, HMODULE module = nullptr);
 
+/// A bitmap resource of the library, to be drawn at once: as LoadBitmapResource gives it, and free
+/// to be changed by drawing, but it stays, and the next one of that id is the same. GUI thread
+/// only.
+class FreshPicture {
+public:
+    explicit FreshPicture(UINT id);
+
+    /// Null when there is none of that id.
+    [[nodiscard]] HBITMAP get() const { return m_bitmap; }
+
+    /// Frees what is kept for the next drawing.
+    static void freeKept();
+
+private:
+    UniqueBitmap m_own;
+    HBITMAP m_bitmap = nullptr;
+};
+
 /// An entry of the library's string table; empty when there is none.
 [[nodiscard]] std::wstring LoadStringResource(UINT id);
 
