@@ -58,12 +58,13 @@ enum Difference : unsigned {
 };
 
 struct Kind {
-    const char* name;
-    const wchar_t* windowClass;
-    unsigned family;
-    std::unique_ptr<QkDlg::QkCustomControl> (*make)(UINT id);  ///< null: a scroll bar holder
-    DWORD style;
-    DWORD otherStyle;
+    const char* name = nullptr;
+    const wchar_t* windowClass = nullptr;
+    unsigned family = 0;
+    std::unique_ptr<QkDlg::QkCustomControl> (*make)(UINT id) =
+        nullptr;  ///< null: a ScrollbarHolder
+    DWORD style = 0;
+    DWORD otherStyle = 0;
     DWORD toggled = 0;  ///< style bits that are switched now and then
     unsigned differences = 0;
     DWORD ownStyle = 0;  ///< style bits that the library sets as it needs them
