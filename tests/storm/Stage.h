@@ -103,8 +103,9 @@ public:
     /// A new object; one whose window is gone is bound again. Only in the flat play, like its end.
     void makeFlat(Actor& actor);
     void makePlain(Actor& actor);
-    /// Ends windows and objects in a random order.
-    void end(Dice& dice);
+    /// Ends windows and objects in a random order. Tells how many windows were left when no object
+    /// was, if there was such a time.
+    std::string end(Dice& dice);
 
     /// What can be told of the controls, and what they told the dialog since the last time.
     [[nodiscard]] std::string state();

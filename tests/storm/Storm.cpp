@@ -147,7 +147,10 @@ std::vector<std::string> play(const Round& round, bool flat, int blowsPerLook,
         if (!round.free() && i % blowsPerLook == 0)
             looks.push_back(stage.state());
     }
-    stage.end(dice);
+    const std::string last = stage.end(dice);
+    // A converted dialog keeps its objects.
+    if (!round.free() && round.name != "dialog")
+        looks.push_back(last);
     drain();
     return looks;
 }
@@ -162,7 +165,7 @@ void explain(const Round& round) {
         if (difference == flat.end())
             continue;
         const auto look = static_cast<int>(difference - flat.begin());
-        play(round, true, blowsPerLook, (look + 1) * blowsPerLook);
+        play(round, true, blowsPerLook, std::min((look + 1) * blowsPerLook, kBlowsPerRound));
         std::cout << "plain: " << *same << "\nflat:  " << *difference << '\n';
         return tell("the flat controls tell of themselves what their plain twins do not");
     }
