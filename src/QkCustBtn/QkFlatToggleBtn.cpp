@@ -280,7 +280,7 @@ LRESULT CALLBACK QkFlatToggleBtn::ToggleProc(HWND hwnd, UINT id, WPARAM wParam, 
 
 void QkFlatToggleBtn::Attach(HWND hwnd) {
     QkCustomControl::Attach(hwnd);
-    // Nothing is left of a drag in the last window; the mouse that this one holds is its own matter.
+    // Nothing is left of a drag in the last window. Whether this one holds the mouse is its matter.
     ResetEffects();
     m_nDragX = -1;
     ResizeToSwitch();

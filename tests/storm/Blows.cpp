@@ -103,7 +103,8 @@ const Row kRows[] = {
     {kScroll | kSlider, kRange, Index, Index, {SBM_SETPOS, SBM_SETRANGE, SBM_SETRANGEREDRAW}},
     {kScroll | kSlider, kRange, Arrows, None, {SBM_ENABLE_ARROWS}},
     {kListView, 0, Index, Flag, {LVM_DELETEITEM, LVM_ENSUREVISIBLE}},
-    {kListView, 0, Few, Number, {LVM_DELETEALLITEMS, LVM_SETCOLUMNWIDTH, LVM_DELETECOLUMN}},
+    {kListView, 0, Few, Number, {LVM_DELETEALLITEMS, LVM_DELETECOLUMN}},
+    {kListView, 0, Few, Few, {LVM_SETCOLUMNWIDTH}},  // no automatic one: rows have other insets
     {kListView, 0, Index, Index, {LVM_SCROLL}},
     {kListView, kFree, Few, Few, {LVM_SETVIEW, LVM_SETEXTENDEDLISTVIEWSTYLE, LVM_SETITEMCOUNT}},
     {kListView, kFree, Index, None, {LVM_SETHOTITEM, LVM_EDITLABELW}},
@@ -122,8 +123,7 @@ constexpr const wchar_t* kTexts[] = {
     L"&OK",
     L"Some &text && more",
     L"several\r\nlines\r\n\r\nof it",
-    L"a long text that does not fit into any of the controls here, nor into two of them at once, "
-    L"so that it has to be cut, wrapped, shrunk or scrolled: whatever the control does about it"};
+    L"a long text that does not fit into any of the controls here, nor into two of them at once"};
 
 /// A sheet that controls print on.
 HDC paper() {
@@ -153,7 +153,7 @@ LPARAM roll(Arg arg, HWND window, Dice& dice) {
         case Arrows: return dice.roll(ESB_DISABLE_BOTH + 1);
         case Index: return dice.oneIn(8) ? dice.roll(400) - 200 : dice.roll(8) - 1;
         case Point: return pointIn(window, dice);
-        case Keys: return dice.roll(2) * MK_LBUTTON;
+        case Keys: return dice.oneIn(2) ? MK_LBUTTON : 0;
         case Wheel: return MAKELONG(0, static_cast<WORD>((dice.roll(7) - 3) * 60));
         case Text: return reinterpret_cast<LPARAM>(dice.one(kTexts));
         case Key: return dice.one(kKeyCodes);
@@ -219,7 +219,7 @@ void realInput(HWND host, Dice& dice) {
             mouse.dwFlags = MOUSEEVENTF_LEFTDOWN;
             inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
         } else if (what == 2) {
-            mouse.mouseData = static_cast<DWORD>((dice.roll(3) - 1) * WHEEL_DELTA);
+            mouse.mouseData = static_cast<DWORD>(dice.oneIn(2) ? WHEEL_DELTA : -WHEEL_DELTA);
             mouse.dwFlags = MOUSEEVENTF_WHEEL;
         } else {
             inputs[0].type = inputs[1].type = INPUT_KEYBOARD;
@@ -253,15 +253,15 @@ void changeItems(HWND list, Dice& dice) {
     column.mask = LVCF_TEXT | LVCF_WIDTH;
     column.cx = 30 + dice.roll(80);
     column.pszText = item.pszText;
-    const int what = dice.roll(6);
-    const UINT message = std::array{LVM_INSERTCOLUMNW, LVM_SETITEMSTATE,
-                                    LVM_SETITEMTEXTW}[static_cast<std::size_t>(what % 3)];
-    if (what < 3)
-        SendMessageW(
-            list, message, index,
-            what == 0 ? reinterpret_cast<LPARAM>(&column) : reinterpret_cast<LPARAM>(&item));
-    else
-        SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    const auto send = [&](UINT message, const auto& record) {
+        SendMessageW(list, message, index, reinterpret_cast<LPARAM>(&record));
+    };
+    switch (dice.roll(6)) {
+        case 0: return send(LVM_INSERTCOLUMNW, column);
+        case 1: return send(LVM_SETITEMSTATE, item);
+        case 2: return send(LVM_SETITEMTEXTW, item);
+        default: return send(LVM_INSERTITEMW, item);
+    }
 }
 
 /// What a host does in the middle of a notification.
@@ -272,6 +272,13 @@ void reactTo(Stage& stage, Actor& actor, int what) {
         case 2: ShowWindow(actor.window, SW_HIDE); break;
         case 3: SetFocus(stage.host()); break;
         case 4: SetWindowTextW(actor.window, L"from within"); break;
+        case 5:
+            // Standard controls of other families do not bear it themselves.
+            if ((actor.kind->family & (kButton | kScroll | kSlider)) == 0)
+                break;
+            stage.createWindow(actor);
+            stage.makeFlat(actor);
+            break;
         default: ReleaseCapture(); break;
     }
 }
@@ -325,7 +332,9 @@ struct Blows::Deed {
 
 const std::vector<Blows::Deed>& Blows::deeds() {
     static const std::vector<Deed> all{
-        {"EnableWindow", kAny, 0, 1,
+        {"EnableWindow", kAny & ~kScroll, 0, 1,
+         [](Blows& b, Actor& a) { EnableWindow(a.window, !b.dice_.oneIn(3)); }},
+        {"EnableWindow", kScroll, kRange, 1,
          [](Blows& b, Actor& a) { EnableWindow(a.window, !b.dice_.oneIn(3)); }},
         {"ShowWindow", kAny, 0, 1,
          [](Blows& b, Actor& a) { ShowWindow(a.window, b.dice_.oneIn(3) ? SW_HIDE : SW_SHOW); }},
@@ -414,7 +423,7 @@ const std::vector<Blows::Deed>& Blows::deeds() {
         {"reaction", kAny, kFree, 1,
          [](Blows& b, Actor& a) {
              b.stage_.react(
-                 [&stage = b.stage_, &a, what = b.dice_.roll(6)] { reactTo(stage, a, what); });
+                 [&stage = b.stage_, &a, what = b.dice_.roll(7)] { reactTo(stage, a, what); });
          }},
     };
     return all;

@@ -270,15 +270,21 @@ void Stage::makePlain(Actor& actor) {
     const auto holder = std::move(actor.holder);
 }
 
-void Stage::end(Dice& dice) {
+std::string Stage::end(Dice& dice) {
     const int order = dice.roll(4);
     for (Actor& actor : actors_) {
         if (order == 0 || dice.oneIn(3))
             makePlain(actor);
+    }
+    int children = 0;
+    for (HWND child = GetWindow(host_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        ++children;
+    for (Actor& actor : actors_) {
         if (order == 1 || dice.oneIn(3))
             DestroyWindow(std::exchange(actor.window, nullptr));
     }
     DestroyWindow(std::exchange(host_, nullptr));
+    return order == 0 ? "windows without objects: " + std::to_string(children) : "";
 }
 
 std::string Stage::state() {

@@ -58,12 +58,13 @@ enum Difference : unsigned {
 };
 
 struct Kind {
-    const char* name;
-    const wchar_t* windowClass;
-    unsigned family;
-    std::unique_ptr<QkDlg::QkCustomControl> (*make)(UINT id);  ///< null: a scroll bar holder
-    DWORD style;
-    DWORD otherStyle;
+    const char* name = nullptr;
+    const wchar_t* windowClass = nullptr;
+    unsigned family = 0;
+    std::unique_ptr<QkDlg::QkCustomControl> (*make)(UINT id) =
+        nullptr;  ///< null: a ScrollbarHolder
+    DWORD style = 0;
+    DWORD otherStyle = 0;
     DWORD toggled = 0;  ///< style bits that are switched now and then
     unsigned differences = 0;
     DWORD ownStyle = 0;  ///< style bits that the library sets as it needs them
@@ -102,8 +103,9 @@ public:
     /// A new object; one whose window is gone is bound again. Only in the flat play, like its end.
     void makeFlat(Actor& actor);
     void makePlain(Actor& actor);
-    /// Ends windows and objects in a random order.
-    void end(Dice& dice);
+    /// Ends windows and objects in a random order. Tells how many windows were left when no object
+    /// was, if there was such a time.
+    std::string end(Dice& dice);
 
     /// What can be told of the controls, and what they told the dialog since the last time.
     [[nodiscard]] std::string state();

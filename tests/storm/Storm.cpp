@@ -38,11 +38,11 @@ constexpr int kWarmUpRounds[] = {1'000'001, 1'000'007};
 constexpr std::size_t kTrail = 25;
 // The system's caches of device contexts and theme parts grow with the most that was ever in use at
 // once, and so now and then, but not on and on.
-constexpr int kCaches = 60;
+constexpr int kCaches = 150;
 constexpr auto kPatience = std::chrono::seconds(60);
 
 struct Options {
-    long long messages = 3 * kBlowsPerRound;
+    int messages = 3 * kBlowsPerRound;
     std::uint64_t seed = 1;
     std::string kind;
     std::optional<int> round;
@@ -117,9 +117,9 @@ struct Round {
 
 /// Nine of all sorts, or three of the kind that the round is named after.
 std::vector<const Kind*> castOf(const Round& round, Dice& dice) {
-    std::vector<const Kind*> cast;
-    for (int i = 0; i < 9; ++i)
-        cast.push_back(&dice.one(kinds()));
+    std::vector<const Kind*> cast(9);
+    for (const Kind*& each : cast)
+        each = &dice.one(kinds());
     for (const Kind& kind : kinds()) {
         if (round.name == kind.name)
             cast.assign(3, &kind);
@@ -147,7 +147,10 @@ std::vector<std::string> play(const Round& round, bool flat, int blowsPerLook,
         if (!round.free() && i % blowsPerLook == 0)
             looks.push_back(stage.state());
     }
-    stage.end(dice);
+    const std::string last = stage.end(dice);
+    // A converted dialog keeps its objects.
+    if (!round.free() && round.name != "dialog")
+        looks.push_back(last);
     drain();
     return looks;
 }
@@ -162,7 +165,7 @@ void explain(const Round& round) {
         if (difference == flat.end())
             continue;
         const auto look = static_cast<int>(difference - flat.begin());
-        play(round, true, blowsPerLook, (look + 1) * blowsPerLook);
+        play(round, true, blowsPerLook, std::min((look + 1) * blowsPerLook, kBlowsPerRound));
         std::cout << "plain: " << *same << "\nflat:  " << *difference << '\n';
         return tell("the flat controls tell of themselves what their plain twins do not");
     }
@@ -193,7 +196,7 @@ bool storm(const std::string& name, const Options& options) {
     for (const int number : kWarmUpRounds)
         play({name, options.seed, number}, true, kBlowsPerLook);
     const Holdings before = holdings();
-    long long sent = 0;
+    int sent = 0;
     for (int number = options.round.value_or(kFirstRound); sent < options.messages; ++number) {
         if (!playRound({name, options.seed, number}) || !leftNothing(before))
             return false;
@@ -213,7 +216,7 @@ bool parse(int argc, char** argv, Options& options) {
         const std::string name = argv[i];
         const char* const value = argv[i + 1];
         if (name == "--messages")
-            options.messages = std::atoll(value);
+            options.messages = std::atoi(value);
         else if (name == "--seed")
             options.seed = std::strtoull(value, nullptr, 10);
         else if (name == "--class")
