@@ -375,7 +375,7 @@ void Session::repaintAll() {
     park();
     pause(kFadeTime);
     const std::vector<HWND> dialogs = scene_.dialogs();
-    Frame earlier{scene_.place(), {}};
+    Frame earlier{scene_.place(), {}, {}};
     Frame before = earlier;
     Frame after = earlier;
     screen_.read(earlier);
