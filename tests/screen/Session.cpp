@@ -124,6 +124,19 @@ Session::~Session() {
     DestroyWindow(cover_);
 }
 
+// Until no window of the program has anything left to paint.
+void Session::waitForPaint() {
+    const auto find = [](HWND window, LPARAM found) -> BOOL {
+        *reinterpret_cast<bool*>(found) |= GetUpdateRect(window, nullptr, FALSE) != FALSE;
+        return TRUE;
+    };
+    const ULONGLONG end = GetTickCount64() + kPaintTime;
+    for (bool unpainted = true; unpainted && GetTickCount64() < end; pause(kShort)) {
+        unpainted = false;
+        EnumChildWindows(main_, find, reinterpret_cast<LPARAM>(&unpainted));
+    }
+}
+
 // What changes stays until the watcher, too, knows where the windows are.
 void Session::hold() {
     pause(kHold);
@@ -374,6 +387,7 @@ void Session::changePage() {
 void Session::repaintAll() {
     park();
     pause(kFadeTime);
+    waitForPaint();
     const std::vector<HWND> dialogs = scene_.dialogs();
     Frame earlier{scene_.place(), {}, {}};
     Frame before = earlier;
