@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 #include <utility>
 
 #include "gallery/Ids.h"
@@ -48,7 +47,8 @@ bool Scene::update() {
     // From the top down: the lower ones are painted first below.
     std::vector<HWND> windows;
     EnumWindows(&onTopLevel, reinterpret_cast<LPARAM>(&windows));
-    for (HWND window : std::views::reverse(windows)) {
+    for (auto below = windows.rbegin(); below != windows.rend(); ++below) {
+        HWND window = *below;
         const WINDOWINFO info = infoOf(window);
         fill(info.rcWindow, 0);
         DWORD process = 0;

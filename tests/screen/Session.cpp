@@ -376,6 +376,12 @@ void Session::changePage() {
         moveTo({entry.left + 20, (entry.top + entry.bottom) / 2});
         mouse(MOUSEEVENTF_LEFTDOWN);
         mouse(MOUSEEVENTF_LEFTUP);
+        // The page is there when the list answers again.
+        const ULONGLONG end = GetTickCount64() + kLookTime;
+        do
+            pause(kShort);
+        while (SendMessageW(pages, LB_GETCURSEL, 0, 0) != page && GetTickCount64() < end);
+        waitForPaint();
         hold();
     };
     go(below(static_cast<int>(SendMessageW(pages, LB_GETCOUNT, 0, 0))));
