@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 #include <utility>
 
 #include "gallery/Ids.h"
@@ -13,6 +12,8 @@ namespace {
 
 constexpr const wchar_t* kDialogClass = L"#32770";
 constexpr ULONGLONG kSettleTime = 500;
+// A look that comes late has not seen what happened in between.
+constexpr ULONGLONG kLongestStep = 150;
 
 WINDOWINFO infoOf(HWND window) {
     WINDOWINFO info{};
@@ -36,8 +37,7 @@ std::wstring className(HWND window) {
 
 bool Scene::update() {
     const std::vector<HWND> before = std::exchange(children_, {});
-    earlier_ = now_;
-    now_ = GetTickCount64();
+    advanceClock();
     controls_.clear();
     dialogs_.clear();
     isBelow_ = false;
@@ -47,7 +47,8 @@ bool Scene::update() {
     // From the top down: the lower ones are painted first below.
     std::vector<HWND> windows;
     EnumWindows(&onTopLevel, reinterpret_cast<LPARAM>(&windows));
-    for (HWND window : std::views::reverse(windows)) {
+    for (auto below = windows.rbegin(); below != windows.rend(); ++below) {
+        HWND window = *below;
         const WINDOWINFO info = infoOf(window);
         fill(info.rcWindow, 0);
         DWORD process = 0;
@@ -61,7 +62,7 @@ bool Scene::update() {
     for (HWND window : windows)
         addTopLevel(window);
     for (const auto& [window, known] : known_) {
-        const bool cameOrWent = known.last != now_ || now_ - known.since < kSettleTime;
+        const bool cameOrWent = known.round != round_ || now_ - known.since < kSettleTime;
         if (known.hides && cameOrWent)
             fill(known.place, 0);
     }
@@ -78,6 +79,23 @@ bool Scene::update() {
         control.settled = control.settled && std::ranges::none_of(known_, hidden);
     }
     return children_ != before;
+}
+
+// Stands still while the program has something left to paint.
+void Scene::advanceClock() {
+    ++round_;
+    const ULONGLONG elapsed = GetTickCount64() - std::exchange(looked_, GetTickCount64());
+    const auto find = [](HWND window, LPARAM found) -> BOOL {
+        *reinterpret_cast<bool*>(found) |= GetUpdateRect(window, nullptr, FALSE) != FALSE;
+        return TRUE;
+    };
+    bool unpainted = false;
+    for (HWND dialog : dialogs_) {
+        find(dialog, reinterpret_cast<LPARAM>(&unpainted));
+        EnumChildWindows(dialog, find, reinterpret_cast<LPARAM>(&unpainted));
+    }
+    if (!unpainted)
+        now_ += std::min(elapsed, kLongestStep);
 }
 
 BOOL CALLBACK Scene::onTopLevel(HWND window, LPARAM windows) {
@@ -128,9 +146,10 @@ void Scene::addChild(HWND window) {
 const Scene::Known& Scene::remember(HWND window, const RECT& place, bool hides) {
     Known& known = known_[window];
     // One that was away in between has come anew.
-    if (known.last != earlier_ || !EqualRect(&known.place, &place) || known.hides != hides)
-        known = {place, now_, now_, hides};
+    if (known.round + 1 < round_ || !EqualRect(&known.place, &place) || known.hides != hides)
+        known = {place, now_, now_, round_, hides};
     known.last = now_;
+    known.round = round_;
     return known;
 }
 
@@ -173,7 +192,7 @@ void Scene::exclude(const RECT& part) {
     const auto same = [&part](const auto& known) { return EqualRect(&known.place, &part); };
     const auto found = std::ranges::find_if(standardParts_, same);
     if (found == standardParts_.end())
-        standardParts_.push_back({part, now_, now_, true});
+        standardParts_.push_back({part, now_, now_, round_, true});
     else
         found->last = now_;
 }

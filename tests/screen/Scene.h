@@ -41,11 +41,13 @@ private:
         RECT place{};
         ULONGLONG since = 0;
         ULONGLONG last = 0;
+        int round = 0;
         bool hides = false;  ///< what lies under it
     };
 
     static BOOL CALLBACK onTopLevel(HWND window, LPARAM windows);
     static BOOL CALLBACK onChild(HWND window, LPARAM self);
+    void advanceClock();
     void addTopLevel(HWND window);
     void addChild(HWND window);
     const Known& remember(HWND window, const RECT& place, bool hides);
@@ -55,8 +57,9 @@ private:
 
     DWORD process_;
     RECT place_;
-    ULONGLONG now_ = 0;
-    ULONGLONG earlier_ = 0;
+    int round_ = 1;  ///< of looking
+    ULONGLONG looked_ = 0;
+    ULONGLONG now_ = 0;  ///< in milliseconds
     std::map<HWND, Known> known_;
     std::vector<Known> standardParts_;
     std::vector<std::uint8_t> judged_;

@@ -63,29 +63,28 @@ Screen::~Screen() {
 }
 
 bool Screen::read(Frame& frame) const {
-    scratch_.place = frame.place;
     const auto width = static_cast<std::size_t>(frame.width());
-    scratch_.pixels.resize(width * static_cast<std::size_t>(frame.place.bottom - frame.place.top));
+    frame.spare.resize(width * static_cast<std::size_t>(frame.place.bottom - frame.place.top));
     if (view_)
-        readBuffer(scratch_);
+        readBuffer(frame);
     else
-        readSystem(scratch_);
-    if (scratch_.pixels == frame.pixels)
+        readSystem(frame);
+    for (std::uint32_t& pixel : frame.spare)
+        pixel &= 0xFFFFFFU;
+    if (frame.spare == frame.pixels)
         return false;
-    std::swap(frame.pixels, scratch_.pixels);
+    std::swap(frame.pixels, frame.spare);
     return true;
 }
 
 void Screen::readBuffer(Frame& frame) const {
     const auto width = static_cast<std::size_t>(frame.width());
-    auto* to = frame.pixels.data();
+    auto* to = frame.spare.data();
     for (LONG y = frame.place.top; y < frame.place.bottom; ++y, to += width) {
         const auto* from = buffer_ + static_cast<std::size_t>(y) * stride_ +
                            static_cast<std::size_t>(frame.place.left) * sizeof *to;
         std::memcpy(to, from, width * sizeof *to);
     }
-    for (std::uint32_t& pixel : frame.pixels)
-        pixel &= 0xFFFFFFU;
 }
 
 void Screen::readSystem(Frame& frame) {
@@ -99,9 +98,7 @@ void Screen::readSystem(Frame& frame) {
     BitBlt(dc.get(), 0, 0, frame.width(), frame.place.bottom - frame.place.top, screen.get(),
            frame.place.left, frame.place.top, SRCCOPY);
     GdiFlush();
-    std::memcpy(frame.pixels.data(), bits, frame.pixels.size() * sizeof(std::uint32_t));
-    for (std::uint32_t& pixel : frame.pixels)
-        pixel &= 0xFFFFFFU;
+    std::memcpy(frame.spare.data(), bits, frame.spare.size() * sizeof(std::uint32_t));
 }
 
 void saveMarked(const Frame& frame, const RECT& mark, const std::wstring& file) {

@@ -13,6 +13,7 @@ namespace ScreenTest {
 struct Frame {
     RECT place{};
     std::vector<std::uint32_t> pixels;
+    std::vector<std::uint32_t> spare;  ///< room for the next reading
 
     [[nodiscard]] int width() const { return place.right - place.left; }
     [[nodiscard]] const std::uint32_t* row(LONG screenY) const {
@@ -27,7 +28,7 @@ struct Frame {
 /// Saves the frame as a PNG file with a mark around a place.
 void saveMarked(const Frame& frame, const RECT& mark, const std::wstring& file);
 
-/// The screen, read without a part of the watched program in it.
+/// The screen, for any number of threads, read without a part of the watched program in it.
 class Screen {
 public:
     /// `file` is where the display server keeps its frame buffer (an XWD file), which costs next to
@@ -41,13 +42,12 @@ public:
     bool read(Frame& frame) const;
 
 private:
-    void readBuffer(Frame& frame) const;
+    void readBuffer(Frame& frame) const;  ///< into its spare pixels, like the next
     static void readSystem(Frame& frame);
 
     const std::uint8_t* view_ = nullptr;
     const std::uint8_t* buffer_ = nullptr;
     std::size_t stride_ = 0;
-    mutable Frame scratch_;
 };
 
 }  // namespace ScreenTest

@@ -124,6 +124,19 @@ Session::~Session() {
     DestroyWindow(cover_);
 }
 
+// Until no window of the program has anything left to paint.
+void Session::waitForPaint() {
+    const auto find = [](HWND window, LPARAM found) -> BOOL {
+        *reinterpret_cast<bool*>(found) |= GetUpdateRect(window, nullptr, FALSE) != FALSE;
+        return TRUE;
+    };
+    const ULONGLONG end = GetTickCount64() + kPaintTime;
+    for (bool unpainted = true; unpainted && GetTickCount64() < end; pause(kShort)) {
+        unpainted = false;
+        EnumChildWindows(main_, find, reinterpret_cast<LPARAM>(&unpainted));
+    }
+}
+
 // What changes stays until the watcher, too, knows where the windows are.
 void Session::hold() {
     pause(kHold);
@@ -363,6 +376,12 @@ void Session::changePage() {
         moveTo({entry.left + 20, (entry.top + entry.bottom) / 2});
         mouse(MOUSEEVENTF_LEFTDOWN);
         mouse(MOUSEEVENTF_LEFTUP);
+        // The page is there when the list answers again.
+        const ULONGLONG end = GetTickCount64() + kLookTime;
+        do
+            pause(kShort);
+        while (SendMessageW(pages, LB_GETCURSEL, 0, 0) != page && GetTickCount64() < end);
+        waitForPaint();
         hold();
     };
     go(below(static_cast<int>(SendMessageW(pages, LB_GETCOUNT, 0, 0))));
@@ -374,8 +393,9 @@ void Session::changePage() {
 void Session::repaintAll() {
     park();
     pause(kFadeTime);
+    waitForPaint();
     const std::vector<HWND> dialogs = scene_.dialogs();
-    Frame earlier{scene_.place(), {}};
+    Frame earlier{scene_.place(), {}, {}};
     Frame before = earlier;
     Frame after = earlier;
     screen_.read(earlier);

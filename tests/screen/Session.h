@@ -42,6 +42,7 @@ private:
     void repaintAll();
     void closeTopDialog();
     void hold();
+    void waitForPaint();
 
     [[nodiscard]] bool movesByItself(POINT point, const Frame& earlier, const Frame& later) const;
     [[nodiscard]] RECT difference(const Frame& earlier, const Frame& before,

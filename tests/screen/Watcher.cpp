@@ -94,14 +94,15 @@ Score Watcher::stop() {
 
 void Watcher::run() {
     while (!stopping_) {
+        // What a window has just uncovered is judged later, even if nothing changes.
+        const bool due = GetTickCount64() - sceneTime_ > kSceneTime;
+        // Before the frame, so that a change after it is noticed.
+        if (due)
+            (void)lookAround();
         const bool changed = screen_.read(frame_);
         ++score_.seen;
         if (changed)
             ++score_.changed;
-        // What a window has just uncovered is judged later, even if nothing changes.
-        const bool due = GetTickCount64() - sceneTime_ > kSceneTime;
-        if (due)
-            lookAround();
         if (changed || due)
             judge(changed);
         Sleep(1);
