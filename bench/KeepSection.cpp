@@ -13,21 +13,19 @@ namespace {
 constexpr int kControls = 100;
 constexpr std::array kKeptLooks{Look::Bare, Look::Flat};
 
-BOOL CALLBACK countWindow(HWND window, LPARAM count) {
+BOOL CALLBACK countWindow(HWND, LPARAM count) {
     ++*reinterpret_cast<int*>(count);
-    EnumChildWindows(
-        window,
-        [](HWND, LPARAM children) -> BOOL {
-            ++*reinterpret_cast<int*>(children);
-            return TRUE;
-        },
-        count);
     return TRUE;
+}
+
+BOOL CALLBACK countWithChildren(HWND window, LPARAM count) {
+    EnumChildWindows(window, &countWindow, count);
+    return countWindow(window, count);
 }
 
 double windowsOfThread() {
     int count = 0;
-    EnumThreadWindows(GetCurrentThreadId(), &countWindow, reinterpret_cast<LPARAM>(&count));
+    EnumThreadWindows(GetCurrentThreadId(), &countWithChildren, reinterpret_cast<LPARAM>(&count));
     return count;
 }
 

@@ -102,7 +102,8 @@ Subject::Subject(HWND host, const Kind& kind, Look look) : m_kind(&kind) {
         return;
     }
     m_window = makeControlWindow(host, kind, false);
-    SendMessageW(window(), WM_SETFONT, SendMessageW(host, WM_GETFONT, 0, 0), FALSE);
+    const auto font = static_cast<WPARAM>(SendMessageW(host, WM_GETFONT, 0, 0));
+    SendMessageW(window(), WM_SETFONT, font, FALSE);
     if (kind.fill)
         kind.fill(window());
     if (look == Look::Bare)

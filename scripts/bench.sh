@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # bench.sh [BENCHMARK ARGUMENTS...]
-# bench.sh --controls [ControlBench ARGUMENTS...]
+# bench.sh --controls [--plot FILE] [ControlBench ARGUMENTS...]
 #
 # Builds the benchmark of the XML library and runs it beside two other libraries, pinned to one
 # core. The arguments go to the benchmark: --benchmark_filter=parse, say.
 #
 # With --controls: builds ControlBench and runs it under Wine on a display of its own, program and
-# Wine server on one core. It compares flat controls with standard ones (docs/performance.md) and
-# takes the parts and classes to measure: --only repaint,attach --kinds push,edit --rounds 15, say.
+# Wine server on one core. It compares flat controls with standard ones (docs/performance.md). Its
+# arguments choose what to measure: --only repaint,attach --kinds push,edit --rounds 15, say. The
+# figures also go to out/bench.json; --plot draws how costs grow with the size of dialogs and lists.
 set -euo pipefail
 # shellcheck source=lib/common.sh
 source "$(dirname -- "${BASH_SOURCE[0]}")/lib/common.sh"
@@ -26,6 +27,13 @@ bench_xml() {
 }
 
 bench_controls() {
+    local figures=$ROOT/out/bench.json picture=
+    if [[ ${1:-} == --plot ]]; then
+        (($# > 1)) || fail "--plot needs a file"
+        picture=$(realpath -m -- "$2")
+        shift 2
+        need_packages "${PLOT_PACKAGES[@]}"
+    fi
     need_packages "${BUILD_PACKAGES[@]}" "${WINE_PACKAGES[@]}"
     configure mingw64
     build mingw64 --target ControlBench
@@ -33,7 +41,13 @@ bench_controls() {
     unset DISPLAY XAUTHORITY
     export WINEPREFIX=$BUILD/wine
     start_session
-    run_job "$ROOT/scripts/wine-run.sh" "$BUILD/mingw64/bin/ControlBench.exe" "$@"
+    mkdir -p "${figures%/*}"
+    run_job "$ROOT/scripts/wine-run.sh" "$BUILD/mingw64/bin/ControlBench.exe" \
+        --json "Z:${figures//\//\\}" "$@"
+    say "figures: $(shown "$figures")"
+    [[ -n $picture ]] || return 0
+    run_logged plot "drawing the plot" python3 "$ROOT/scripts/lib/plot_bench.py" "$figures" "$picture"
+    say "plot: $(shown "$picture")"
 }
 
 clean_environment

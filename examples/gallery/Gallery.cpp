@@ -86,6 +86,20 @@ int runUntilClosed(HWND mainWindow) {
     return 0;
 }
 
+// Shows what has been painted so far, which the system may have kept back. Wine has kept it back
+// until its program waits for something.
+LRESULT CALLBACK showPainted(int code, WPARAM wParam, LPARAM lParam) {
+    GdiFlush();
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 0, 0);
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// Before and after each message that is sent, so that nothing painted in between escapes a watcher.
+void showEveryStep() {
+    for (const int hook : {WH_CALLWNDPROC, WH_CALLWNDPROCRET, WH_GETMESSAGE})
+        SetWindowsHookExW(hook, &showPainted, nullptr, GetCurrentThreadId());
+}
+
 int show(const Options& options, size_t firstPage) {
     // While this event exists the application as a whole wants flat dialogs.
     UniqueKernelHandle flatStyle;
@@ -100,6 +114,8 @@ int show(const Options& options, size_t firstPage) {
     }
     const bool flat = library && library->flatStyleEnabled();
 
+    if (options.everyStep)
+        showEveryStep();
     const MainWindow main(flat ? &*library : nullptr, firstPage);
     if (!main.page()) {
         printError(L"The window could not be created.\n");

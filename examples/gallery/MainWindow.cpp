@@ -122,6 +122,8 @@ void MainWindow::onCommand(int id, int notification) {
 
 void MainWindow::showPage(size_t index) {
     const Page& page = pages()[index];
+    // Before the next one begins: pages of one kind keep their objects in the same place.
+    page_.reset();
     page_ = std::make_unique<PageWindow>(window_, page, flat_);
     SetDlgItemTextW(window_, IDC_TITLE, page.title);
     if (page_->window())

@@ -22,6 +22,8 @@ bool setFlag(Options& options, std::wstring_view name) {
         return options.plain = true;
     if (name == L"--rtl")
         return options.rightToLeft = true;
+    if (name == L"--every-step")
+        return options.everyStep = true;
     return false;
 }
 
@@ -57,12 +59,14 @@ std::optional<Options> readOptions() {
 }
 
 std::wstring usage() {
-    return L"Gallery [--page NAME] [--plain] [--rtl]\n"
+    return L"Gallery [--page NAME] [--plain] [--rtl] [--every-step]\n"
            L"        [--png FILE [--hover ID | --press ID | --focus ID]]\n"
            L"Gallery --list\n"
            L"  --page NAME   start with this page\n"
            L"  --plain       the standard controls, without the library\n"
            L"  --rtl         mirrored, for languages written from right to left\n"
+           L"  --every-step  show what is painted after each message, for those who watch the "
+           L"screen\n"
            L"  --png FILE    save a picture of the window and end\n"
            L"  --hover ID    with the mouse over this control of the page\n"
            L"  --press ID    with the mouse button held down on it\n"

@@ -12,6 +12,7 @@ struct Options {
     bool list = false;
     bool plain = false;
     bool rightToLeft = false;
+    bool everyStep = false;  // what is painted shows after each message
     std::wstring page;  // empty: the first one
     std::wstring png;   // empty: no picture, the window stays
     Pointer pointer = Pointer::None;

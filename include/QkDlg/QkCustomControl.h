@@ -132,8 +132,18 @@ protected:
     /// Brings the fields that follow the table up to date; painting starts with it.
     void RenewTableColours();
 
-    /// DrawText flags that the window's style and keyboard cues ask for.
-    [[nodiscard]] UINT TextFlags() const;
+    /// Asks the standard control underneath, past all who have subclassed the window since. Cheaper
+    /// than a message to the window, and so for what painting has to know of it.
+    LRESULT AskStandard(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+
+    /// The standard control's text.
+    [[nodiscard]] std::wstring GetText() const;
+
+    /// DrawText flags that the window's style and keyboard cues ask for, for that text.
+    [[nodiscard]] UINT TextFlags(std::wstring_view text) const;
+
+    /// Gives the standard control, which measures in the font that it shows, the one drawn in.
+    void GiveFont(HFONT font);
 
     /// Draws `text` into `bounds`, aligned by the DT_ flags in `alignment`, and keeps where it
     /// stands in m_rcItem. A font that cannot be made raises the assertion report.
@@ -176,7 +186,8 @@ private:
     // For each of them: the entry it follows, and the colour it took from there.
     std::array<std::int8_t, 3> m_followed{kFollowsNothing, kFollowsNothing, kFollowsNothing};
     std::array<COLORREF, 3> m_taken{};
-    HFONT m_givenFont = nullptr;  ///< what DrawCaption gave the standard control
+    WNDPROC m_standardProc = nullptr;  ///< the window's procedure before it was subclassed
+    HFONT m_givenFont = nullptr;       ///< what the standard control has been given
 };
 
 }  // namespace QkDlg

@@ -38,6 +38,9 @@ protected:
     /// Puts the list under the item: so much wider on each side, so far below.
     void AlignList(int overhang, int gap);
 
+    /// Asks the standard list underneath; 0 without a list.
+    LRESULT AskList(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+
     /// COMBOBOXINFO of a combo; a drop-down list that names no item is its own.
     [[nodiscard]] static COMBOBOXINFO ComboInfo(HWND combo);
 
@@ -59,6 +62,8 @@ private:
     void OnPaint();
     void OnSize();
     [[nodiscard]] HBRUSH ColourItem(HDC hdc);
+
+    WNDPROC m_listProc = nullptr;  ///< the list's procedure before it was subclassed
 };
 
 }  // namespace QkDlg

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <type_traits>
-
 #include "QkDlg/ColourFade.h"
 #include "QkDlg/QkFlatComboBoxBase.h"
 
@@ -14,7 +11,7 @@ class QkFlatComboBoxDropdownBase : public QkFlatComboBoxBase {
 public:
     ~QkFlatComboBoxDropdownBase() override;
 
-    /// The concrete class has loaded the arrow (UpdateImage) and set m_buttonWidth; a width of 0
+    /// The concrete class has measured the arrow (UpdateImage) and set m_buttonWidth; a width of 0
     /// raises the assertion report.
     void Attach(HWND hwnd) override;
     void Refresh() override;
@@ -34,35 +31,19 @@ protected:
     /// The ground and the button, without the border. `dc` has the client's coordinates.
     void PaintFace(HDC dc);
 
-    /// Combos that show the same picture share it.
-    using Bitmap = std::shared_ptr<std::remove_pointer_t<HBITMAP>>;
-
     int m_buttonWidth = 0;              ///< width of the arrow button
     RECT m_buttonRect{};                ///< the arrow button
     POINT m_arrowPos{};                 ///< the arrow's left top corner
     SIZE m_arrowSize{};                 ///< of the arrow bitmap
     COLORREF m_hoverColour = kNoColor;  ///< the button's colour of the fade, or none
     bool m_tracking = false;            ///< the fade has started, leaving will be told
-    Bitmap m_arrowBitmap;               ///< the arrow as loaded; drawing takes a copy
-    Bitmap m_arrowBitmapDisabled;       ///< the same for a disabled combo
     ColourFade m_fade;                  ///< the hover fade
 
 private:
-    /// What decides how the arrow looks.
-    struct ArrowState {
-        bool enabled = true;
-        COLORREF contrastGround = kNoColor;
-
-        bool operator==(const ArrowState&) const = default;
-    };
-
     void DrawArrow(HDC dc, int x, int y);
     void LayOutButton();
     void DrawButton(HDC dc, POINT at);
     void RedrawButton();
-
-    Bitmap m_readyArrow;        ///< the arrow as last drawn, premultiplied
-    ArrowState m_readyState{};  ///< for which it is ready
 };
 
 }  // namespace QkDlg

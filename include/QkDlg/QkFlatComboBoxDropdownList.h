@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "QkDlg/QkFlatComboBoxDropdownBase.h"
 
 namespace QkDlg {
@@ -16,6 +18,7 @@ public:
     void Paint(HDC hdc) override;
 
 private:
+    [[nodiscard]] std::wstring ItemText() const;
     void DrawItemText(HDC dc, const RECT& area);
     void LetHostDrawItem(HDC dc, const RECT& area) const;
 };

@@ -30,7 +30,8 @@ public:
 
     /// The eye button; null before Attach and after its end.
     [[nodiscard]] HWND GetEyeButton() const { return m_eyeButton; }
-    /// The eye's tooltip window; null before Attach and after its end.
+    /// The eye's tooltip window, one for all password boxes of a dialog; null before Attach and
+    /// after the box's end.
     [[nodiscard]] HWND GetTooltip() const { return m_tooltipWindow; }
     /// Whether the eye or Alt+F8 has shown the text.
     [[nodiscard]] bool IsRevealed() const { return m_revealed; }
@@ -49,8 +50,6 @@ private:
     enum class EyeLook : std::uint8_t { Unknown, Masked, Revealed, Blank };
 
     void CreateEye();
-    void CreateTooltip();
-    void RegisterTool();
     void DestroyHelpers();
 
     void PaintEye(HDC hdc);

@@ -40,7 +40,6 @@ private:
     [[nodiscard]] bool HasStyle(LONG_PTR style) const;
     [[nodiscard]] bool IsVertical() const;
     [[nodiscard]] bool IsMarquee() const;
-    LRESULT Ask(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     [[nodiscard]] Progress CurrentProgress() const;
     LRESULT PassOnAndCompare(const Message& message, DWORD_PTR referenceData);
     [[nodiscard]] COLORREF BarColour() const;

@@ -13,6 +13,7 @@ FUZZ_PACKAGES=(clang libclang-rt-dev libexpat1-dev)
 CLANG_PACKAGES=(clang clang-tidy clang-format binutils python3 git)
 DOCS_PACKAGES=(doxygen g++-mingw-w64-x86-64-posix git python3)
 BENCH_PACKAGES=(g++ libbenchmark-dev libpugixml-dev libxml2-dev)
+PLOT_PACKAGES=(python3 python3-matplotlib)
 
 is_installed() {
     [[ $(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]

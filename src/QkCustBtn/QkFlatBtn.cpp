@@ -9,7 +9,6 @@
 #include "QkUtil/MouseTracking.h"
 #include "QkUtil/Rects.h"
 #include "QkUtil/Resources.h"
-#include "QkUtil/WindowText.h"
 
 namespace QkDlg {
 
@@ -104,7 +103,7 @@ void QkFlatBtn::Paint(State state, HDC hdc) {
 }
 
 void QkFlatBtn::PaintContent(HDC dc, State state) {
-    const std::wstring caption = windowText(m_hWnd);
+    const std::wstring caption = GetText();
     UpdateImage();
     const UniqueBitmap bitmap = LoadBitmapResource(ImageIdFor(state));
 
@@ -137,11 +136,12 @@ void QkFlatBtn::PaintContent(HDC dc, State state) {
 }
 
 void QkFlatBtn::PaintOuterFrame(State state, HDC target) {
+    if (state == State::Normal && IsRectEmpty(&m_rcRing))
+        return;
     const HWND parent = GetParent(m_hWnd);
     const WindowDc parentDc(parent);
     if (state == State::Normal) {
-        if (!IsRectEmpty(&m_rcRing))
-            frameRect(parentDc.get(), m_rcRing, ::GetBkColor(target));
+        frameRect(parentDc.get(), m_rcRing, ::GetBkColor(target));
         EraseOuterFrame();
         return;
     }

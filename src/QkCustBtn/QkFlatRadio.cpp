@@ -56,7 +56,7 @@ void QkFlatRadio::DrawImage(HDC hdc, HBITMAP bitmap, int x, int y) {
 }
 
 void QkFlatRadio::CalcFocusRect() {
-    const bool hasCaption = GetWindowTextLengthW(m_hWnd) > 0;
+    const bool hasCaption = AskStandard(WM_GETTEXTLENGTH) > 0;
     if (hasCaption && !m_bSizeToImage) {
         QkCustomControl::CalcFocusRect();
         return;

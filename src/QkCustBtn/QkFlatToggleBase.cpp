@@ -53,7 +53,7 @@ void QkFlatToggleBase::RegisterToggle() {
 
 bool QkFlatToggleBase::IsChecked() const {
     // The window is asked directly: in old dialogs several controls share one id.
-    return SendMessageW(m_hWnd, BM_GETCHECK, 0, 0) == BST_CHECKED;
+    return AskStandard(BM_GETCHECK) == BST_CHECKED;
 }
 
 }  // namespace QkDlg

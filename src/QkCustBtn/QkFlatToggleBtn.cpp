@@ -9,7 +9,6 @@
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
 #include "QkUtil/Resources.h"
-#include "QkUtil/WindowText.h"
 #include "lib/AssertReport.h"
 
 namespace QkDlg {
@@ -123,11 +122,11 @@ void QkFlatToggleBtn::PaintCaption(HDC dc, const RECT& area, COLORREF background
     const HFONT font = ControlFont();
     if (!font)
         QkLib::reportAssertFailure(kNoFont);
-    SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    GiveFont(font);
     const Selection selected(dc, font);
     ::SetTextColor(dc, StateTextColor());
     ::SetBkColor(dc, background);
-    const std::wstring text = windowText(m_hWnd);
+    const std::wstring text = GetText();
     TextOutW(dc, area.left, area.top, text.c_str(), static_cast<int>(text.size()));
 }
 
@@ -258,7 +257,10 @@ LRESULT CALLBACK QkFlatToggleBtn::ToggleProc(HWND hwnd, UINT id, WPARAM wParam, 
             toggle->Paint(paint.get());
             return 1;
         }
+        // Painting covers all of it.
+        case WM_ERASEBKGND: return 1;
         case WM_PRINTCLIENT: toggle->Paint(reinterpret_cast<HDC>(wParam)); return 1;
+        case WM_SETFONT: toggle->ForgetGivenFont(); break;
         case BM_SETSTYLE:
         case BM_SETIMAGE:
         case WM_SETTEXT:

@@ -297,6 +297,7 @@ void QkFlatComboBoxBase::Attach(HWND hwnd) {
     if (!m_comboInfo.hwndItem || !m_comboInfo.hwndList)
         QkLib::reportAssertFailure(kNoItemOrList);
     m_listWindow = m_comboInfo.hwndList;
+    m_listProc = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(m_listWindow, GWLP_WNDPROC));
     stripEdges(m_listWindow, WS_BORDER);
     if (!IsItsOwnItem())
         addStyle(hwnd, WS_CLIPCHILDREN);  // the combo must not paint over its edit
@@ -304,6 +305,10 @@ void QkFlatComboBoxBase::Attach(HWND hwnd) {
     AlignList(m_listOverhang, m_listGap);
     installSubclass(hwnd, ComboProc, *this);
     installSubclass(m_listWindow, ListProc, *this);
+}
+
+LRESULT QkFlatComboBoxBase::AskList(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return m_listWindow ? CallWindowProcW(m_listProc, m_listWindow, message, wParam, lParam) : 0;
 }
 
 void QkFlatComboBoxBase::AlignList(int overhang, int gap) {

@@ -1,7 +1,5 @@
 #include "QkDlg/QkFlatComboBoxDropdownBase.h"
 
-#include <map>
-
 #include "QkCustCombo/ComboLayout.h"
 #include "QkUtil/Bitmaps.h"
 #include "QkUtil/Canvas.h"
@@ -22,26 +20,6 @@ constexpr UINT kFirstDisabledArrowId = 62104;
 
 constexpr int kListOverhang = 2;
 constexpr int kListGap = 1;
-
-/// Drawing changes a bitmap, so what is kept is drawn from a copy.
-UniqueBitmap freshCopy(HBITMAP bitmap) {
-    const HANDLE copy =
-        bitmap ? CopyImage(bitmap, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION) : nullptr;
-    return UniqueBitmap(static_cast<HBITMAP>(copy));
-}
-
-using SharedBitmap = std::shared_ptr<std::remove_pointer_t<HBITMAP>>;
-
-/// Loading a picture is dear, and a dialog has many combos: what one of them has loaded serves the
-/// others as long as it is in use.
-SharedBitmap sharedBitmap(UINT id) {
-    static std::map<UINT, std::weak_ptr<SharedBitmap::element_type>> loaded;
-    if (SharedBitmap known = loaded[id].lock())
-        return known;
-    SharedBitmap bitmap(LoadBitmapResource(id));
-    loaded[id] = bitmap;
-    return bitmap;
-}
 
 }  // namespace
 
@@ -80,20 +58,11 @@ void QkFlatComboBoxDropdownBase::DrawButton(HDC dc, POINT at) {
     fillRect(dc, {button.left, button.top, button.left + 1, button.bottom}, GetUIColor(UICLR_LINE));
 }
 
-/// Copying and preparing the arrow costs more than all else in a paint, so what one drawing has
-/// made of its copy serves the next ones as well.
 void QkFlatComboBoxDropdownBase::DrawArrow(HDC dc, int x, int y) {
-    const ArrowState state{IsWindowEnabled(m_hWnd) != FALSE,
-                           IsHighContrast() ? GetSysColor(COLOR_WINDOW) : kNoColor};
-    if (m_readyArrow && state == m_readyState) {
-        AlphaBlendBitmap(dc, m_readyArrow.get(), x, y, m_arrowSize.cx, m_arrowSize.cy);
-        return;
-    }
-    const Bitmap& kept = state.enabled ? m_arrowBitmap : m_arrowBitmapDisabled;
-    m_readyArrow = freshCopy(kept.get());
-    m_readyState = state;
-    if (m_readyArrow)
-        DrawImage(dc, m_readyArrow.get(), x, y);
+    const UINT first = IsWindowEnabled(m_hWnd) ? kFirstArrowId : kFirstDisabledArrowId;
+    const UniqueBitmap arrow = LoadBitmapResource(first + dpiBucket(screenDpi()));
+    if (arrow)
+        DrawImage(dc, arrow.get(), x, y);
 }
 
 void QkFlatComboBoxDropdownBase::RedrawButton() {
@@ -124,11 +93,8 @@ void QkFlatComboBoxDropdownBase::LayOutButton() {
 }
 
 void QkFlatComboBoxDropdownBase::UpdateImage() {
-    m_readyArrow.reset();
-    const unsigned bucket = dpiBucket(screenDpi());
-    m_arrowBitmap = sharedBitmap(kFirstArrowId + bucket);
-    m_arrowBitmapDisabled = sharedBitmap(kFirstDisabledArrowId + bucket);
-    const Size arrow = bitmapSize(m_arrowBitmap.get());
+    const UniqueBitmap bitmap = LoadBitmapResource(kFirstArrowId + dpiBucket(screenDpi()));
+    const Size arrow = bitmapSize(bitmap.get());
     m_arrowSize = {arrow.width, arrow.height};
 }
 

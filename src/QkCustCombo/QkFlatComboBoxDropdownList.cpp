@@ -4,7 +4,6 @@
 #include "QkUtil/Canvas.h"
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
-#include "QkUtil/WindowText.h"
 
 namespace QkDlg {
 
@@ -52,7 +51,7 @@ void QkFlatComboBoxDropdownList::Paint(HDC hdc) {
 
 void QkFlatComboBoxDropdownList::DrawItemText(HDC dc, const RECT& area) {
     const Selection font(dc, ControlFont());
-    const std::wstring text = windowText(m_hWnd);
+    const std::wstring text = ItemText();
     const int x = captionPadding();
     const std::wstring_view shown = cutToFit(
         text, x, area.right, [dc](std::wstring_view part) { return extentOf(dc, part).width; });
@@ -66,10 +65,22 @@ void QkFlatComboBoxDropdownList::DrawItemText(HDC dc, const RECT& area) {
     TextOutW(dc, x, y, shown.data(), static_cast<int>(shown.size()));
 }
 
+/// The combo's text, read where the standard combo reads it.
+std::wstring QkFlatComboBoxDropdownList::ItemText() const {
+    const auto chosen = static_cast<WPARAM>(AskList(LB_GETCURSEL));
+    const LRESULT length = AskList(LB_GETTEXTLEN, chosen);
+    if (length <= 0)
+        return {};
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+    const LRESULT taken = AskList(LB_GETTEXT, chosen, reinterpret_cast<LPARAM>(text.data()));
+    text.resize(taken > 0 ? static_cast<std::size_t>(taken) : 0);
+    return text;
+}
+
 /// The item of an owner-drawn combo, asked for as the standard combo asks for it.
 void QkFlatComboBoxDropdownList::LetHostDrawItem(HDC dc, const RECT& area) const {
-    const LRESULT chosen = SendMessageW(m_hWnd, CB_GETCURSEL, 0, 0);
-    const bool dropped = SendMessageW(m_hWnd, CB_GETDROPPEDSTATE, 0, 0) != FALSE;
+    const LRESULT chosen = AskStandard(CB_GETCURSEL);
+    const bool dropped = AskStandard(CB_GETDROPPEDSTATE) != FALSE;
     DRAWITEMSTRUCT item{};
     item.CtlType = ODT_COMBOBOX;
     item.CtlID = m_nId;

@@ -54,14 +54,13 @@ void ColourFade::Stop() {
 }
 
 void CALLBACK ColourFade::OnTick(HWND hwnd, UINT, UINT_PTR timerId, DWORD) {
-    const RunningFades& fades = runningFades();
-    const auto entry = fades.byTimer.find(static_cast<INT32>(timerId));
-    if (entry == fades.byTimer.end()) {
-        // A stray tick after Stop: nobody wants this timer any more.
+    const auto& fades = runningFades().byTimer;
+    const auto id = static_cast<INT32>(timerId);
+    if (const auto entry = fades.find(id); entry != fades.end())
+        entry->second->Step();
+    // The fade has ended, with this tick or before it: nobody wants the timer any more.
+    if (!fades.contains(id))
         KillTimer(hwnd, timerId);
-        return;
-    }
-    entry->second->Step();
 }
 
 void ColourFade::Step() {

@@ -2,6 +2,9 @@
 
 #include <unordered_set>
 
+#include "QkUtil/Bitmaps.h"
+#include "QkUtil/Canvas.h"
+
 namespace QkDlg {
 
 namespace {
@@ -20,6 +23,11 @@ void LiveControls::add(const QkCustomControl& control) {
 
 void LiveControls::remove(const QkCustomControl& control) {
     liveControls().erase(&control);
+    if (!liveControls().empty())
+        return;
+    // Nobody is left to paint: a host without flat controls has none of their GDI objects either.
+    Canvas::freeKept();
+    freeKeptPictureDc();
 }
 
 QkCustomControl* LiveControls::find(DWORD_PTR referenceData) {

@@ -1,6 +1,7 @@
 #include "QkDlg/QkCustomControl.h"
 
 #include <algorithm>
+#include <array>
 
 #include "QkCustCtrl/CaptionLayout.h"
 #include "QkCustCtrl/FocusRect.h"
@@ -63,6 +64,7 @@ void QkCustomControl::OnReserved1() {}
 
 void QkCustomControl::Attach(HWND hwnd) {
     m_hWnd = hwnd;
+    m_standardProc = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(hwnd, GWLP_WNDPROC));
     // An object may be bound again: nothing is left of the last window's mouse.
     m_bPressed = false;
     ForgetGivenFont();
@@ -216,7 +218,29 @@ void QkCustomControl::RenewTableColours() {
     }
 }
 
-UINT QkCustomControl::TextFlags() const {
+LRESULT QkCustomControl::AskStandard(UINT message, WPARAM wParam, LPARAM lParam) const {
+    if (!m_hWnd)
+        return 0;
+    return m_standardProc ? CallWindowProcW(m_standardProc, m_hWnd, message, wParam, lParam)
+                          : SendMessageW(m_hWnd, message, wParam, lParam);
+}
+
+std::wstring QkCustomControl::GetText() const {
+    const auto textInto = [this](wchar_t* buffer, std::size_t size) {
+        return static_cast<std::size_t>(
+            AskStandard(WM_GETTEXT, size, reinterpret_cast<LPARAM>(buffer)));
+    };
+    // Most texts are short and cost one question instead of two.
+    std::array<wchar_t, 128> brief{};
+    const std::size_t taken = textInto(brief.data(), brief.size());
+    if (taken < brief.size() - 1)
+        return {brief.data(), taken};
+    std::wstring text(static_cast<std::size_t>(AskStandard(WM_GETTEXTLENGTH)) + 1, L'\0');
+    text.resize(textInto(text.data(), text.size()));
+    return text;
+}
+
+UINT QkCustomControl::TextFlags(std::wstring_view text) const {
     UINT flags = 0;
     const LONG_PTR exStyle = GetWindowLongPtrW(m_hWnd, GWL_EXSTYLE);
     // A mirrored window reads from right to left by itself.
@@ -224,11 +248,21 @@ UINT QkCustomControl::TextFlags() const {
         flags |= DT_RTLREADING;
     if (GetWindowLongPtrW(m_hWnd, GWL_STYLE) & BS_MULTILINE)
         flags |= DT_WORDBREAK;
-    if (!m_bHonourUiState || uiStateHas(m_hWnd, UISF_HIDEACCEL))
+    // Without a prefix character there is nothing to hide, and nobody is asked.
+    const bool hasPrefix = text.find(L'&') != std::wstring_view::npos;
+    if (!m_bHonourUiState || (hasPrefix && uiStateHas(m_hWnd, UISF_HIDEACCEL)))
         flags |= DT_HIDEPREFIX;
     if (m_bWordEllipsis)
         flags |= DT_WORD_ELLIPSIS;
     return flags;
+}
+
+void QkCustomControl::GiveFont(HFONT font) {
+    if (m_givenFont == font)
+        return;
+    // No redraw: this is the drawing.
+    SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    m_givenFont = font;
 }
 
 void QkCustomControl::DrawCaption(HDC hdc, const std::wstring& text, const RECT& bounds,
@@ -236,14 +270,10 @@ void QkCustomControl::DrawCaption(HDC hdc, const std::wstring& text, const RECT&
     const HFONT font = ControlFont();
     if (!font)
         QkLib::reportAssertFailure(kNoFont);
-    // The standard control measures in the font that it shows; no redraw, this is the drawing.
-    if (m_givenFont != font) {
-        SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-        m_givenFont = font;
-    }
+    GiveFont(font);
     const Selection selected(hdc, font);
     ::SetTextColor(hdc, StateTextColor());
-    const UINT flags = alignment | TextFlags();
+    const UINT flags = alignment | TextFlags(text);
     const CaptionBox box = captionBox(bounds, flags);
     const int length = static_cast<int>(text.size());
     RECT measured = toWin32(box.working());

@@ -435,7 +435,8 @@ void QkFlatEdit::PutBehind(HWND helper) {
 // that in its own look, over the edit.
 void QkFlatEdit::ShowHelper(HWND helper) {
     SendMessageW(helper, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(helper, nullptr, FALSE);
+    if (IsWindowVisible(helper))
+        InvalidateRect(helper, nullptr, FALSE);
 }
 
 // The host hears of a helper's end, and may delete the object meanwhile. A parent or owner that is

@@ -1,10 +1,9 @@
 #include "QkDlg/QkFlatPassword.h"
 
-#include <array>
-#include <cstddef>
 #include <utility>
 
 #include "QkCustCtrl/EditLayout.h"
+#include "QkCustCtrl/EyeTooltip.h"
 #include "QkCustCtrl/LiveControls.h"
 #include "QkCustCtrl/SubclassGlue.h"
 #include "QkUtil/Bitmaps.h"
@@ -22,8 +21,6 @@ constexpr wchar_t kEyeProperty[] = L"QK_EDIT_IMGBTN";
 
 constexpr UINT kFirstMaskedBitmap = 62248;
 constexpr UINT kFirstRevealedBitmap = 62256;
-constexpr UINT kTooltipText = 62264;
-constexpr int kTooltipDelay = 500;
 
 constexpr WPARAM kMaskCharacter = L'*';
 constexpr COLORREF kDisabledEye = RGB(0xF0, 0xF0, 0xF0);
@@ -38,37 +35,6 @@ QkFlatPassword* passwordOfEye(HWND eye, DWORD_PTR referenceData) {
     auto* const password = dynamic_cast<QkFlatPassword*>(LiveControls::find(referenceData));
     const bool fits = password && password->GetWindow() && password->GetEyeButton() == eye;
     return fits ? password : nullptr;
-}
-
-TOOLINFOW toolOf(HWND eye, UINT size) {
-    TOOLINFOW tool{};
-    tool.cbSize = size;
-    tool.hwnd = GetParent(eye);
-    tool.uId = reinterpret_cast<UINT_PTR>(eye);
-    return tool;
-}
-
-// Tooltips of the common controls before version 6 take the record without its last field only.
-constexpr std::array<UINT, 2> kToolSizes{sizeof(TOOLINFOW), offsetof(TOOLINFOW, lpReserved)};
-
-bool hasTool(HWND tooltip, HWND eye) {
-    for (const UINT size : kToolSizes) {
-        TOOLINFOW tool = toolOf(eye, size);
-        SendMessageW(tooltip, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool));
-        if (tool.uFlags != 0)
-            return true;
-    }
-    return false;
-}
-
-void addTool(HWND tooltip, HWND eye, std::wstring text) {
-    for (const UINT size : kToolSizes) {
-        TOOLINFOW tool = toolOf(eye, size);
-        tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-        tool.lpszText = text.data();
-        if (SendMessageW(tooltip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool)))
-            return;
-    }
 }
 
 void putCaretAtEnd(HWND edit) {
@@ -346,7 +312,8 @@ LRESULT CALLBACK QkFlatPassword::EyeProc(HWND hwnd, UINT id, WPARAM wParam, LPAR
         return message.passOn();
 
     switch (id) {
-        case WM_MOUSEMOVE: password->RegisterTool(); break;
+        // Only now, as most boxes never need it.
+        case WM_MOUSEMOVE: giveEyeTooltip(password->m_tooltipWindow, hwnd); break;
         case WM_LBUTTONDOWN: password->OnLButtonDown(message.x(), message.y()); break;
         // The standard button's click ends here: the host knows no such button.
         case WM_LBUTTONUP:
@@ -399,43 +366,29 @@ void QkFlatPassword::CreateEye() {
     installSubclass(m_eyeButton, EyeProc, *this);
 }
 
-void QkFlatPassword::CreateTooltip() {
-    m_tooltipWindow =
-        CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                        WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT,
-                        CW_USEDEFAULT, CW_USEDEFAULT, GetParent(m_hWnd), nullptr, nullptr, nullptr);
-}
-
-// At the first mouse move over the eye.
-void QkFlatPassword::RegisterTool() {
-    if (hasTool(m_tooltipWindow, m_eyeButton))
-        return;
-    addTool(m_tooltipWindow, m_eyeButton, LoadStringResource(kTooltipText));
-    SendMessageW(m_tooltipWindow, TTM_SETDELAYTIME, TTDT_AUTOMATIC, kTooltipDelay);
-    SendMessageW(m_tooltipWindow, TTM_ACTIVATE, TRUE, 0);
-}
-
 void QkFlatPassword::DestroyHelpers() {
+    const HWND tooltip = std::exchange(m_tooltipWindow, nullptr);
+    const HWND eye = std::exchange(m_eyeButton, nullptr);
+    const HWND frame = std::exchange(m_frameWindow, nullptr);
+    leaveEyeTooltip(tooltip, eye);
     // The host hears of each end, and may delete this object meanwhile.
-    const std::array<HWND, 3> helpers{std::exchange(m_tooltipWindow, nullptr),
-                                      std::exchange(m_eyeButton, nullptr),
-                                      std::exchange(m_frameWindow, nullptr)};
-    for (const HWND helper : helpers)
-        DestroyHelper(helper);
+    DestroyHelper(eye);
+    DestroyHelper(frame);
 }
 
 void QkFlatPassword::Attach(HWND hwnd) {
     m_revealed = false;
     m_refocusPending = false;
     m_eyeEnabled = true;
-    m_eyeLook = EyeLook::Unknown;
     Prepare(hwnd);
     CreateFrame(true);
     CreateEye();
-    CreateTooltip();
-    installSubclass(hwnd, PasswordProc, *this);
+    m_tooltipWindow = joinEyeTooltip(GetParent(hwnd));
     // Masked before it is painted.
     SendMessageW(hwnd, EM_SETPASSWORDCHAR, kMaskCharacter, 0);
+    installSubclass(hwnd, PasswordProc, *this);
+    // The new eye is going to be painted anyway.
+    m_eyeLook = WantedLook();
     ShowNewLook();
 }
 

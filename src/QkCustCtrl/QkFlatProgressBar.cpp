@@ -39,10 +39,6 @@ bool QkFlatProgressBar::IsMarquee() const {
     return !m_trackbar && HasStyle(PBS_MARQUEE);
 }
 
-LRESULT QkFlatProgressBar::Ask(UINT message, WPARAM wParam, LPARAM lParam) const {
-    return SendMessageW(m_hWnd, message, wParam, lParam);
-}
-
 // Painting
 
 HBRUSH QkFlatProgressBar::OnCtlColor(HDC hdc, HWND) {
@@ -54,10 +50,11 @@ HBRUSH QkFlatProgressBar::OnCtlColor(HDC hdc, HWND) {
 COLORREF QkFlatProgressBar::BarColour() const {
     if (m_trackbar)
         return GetUIColor(UICLR_ACCENT);
-    const LRESULT set = Ask(PBM_GETBARCOLOR);
+    const LRESULT set = AskStandard(PBM_GETBARCOLOR);
     if (static_cast<COLORREF>(set) != CLR_DEFAULT)
         return static_cast<COLORREF>(set);
-    switch (Ask(PBM_GETSTATE)) {
+    // Asked of the window: Wine's bar keeps no state, so whoever has one there answers for it.
+    switch (SendMessageW(m_hWnd, PBM_GETSTATE, 0, 0)) {
         case PBST_ERROR: return kErrorColour;
         case PBST_PAUSED: return kPausedColour;
         default: return GetUIColor(UICLR_ACCENT);
@@ -66,11 +63,12 @@ COLORREF QkFlatProgressBar::BarColour() const {
 
 Progress QkFlatProgressBar::CurrentProgress() const {
     if (m_trackbar)
-        return {static_cast<int>(Ask(TBM_GETPOS)), static_cast<int>(Ask(TBM_GETRANGEMIN)),
-                static_cast<int>(Ask(TBM_GETRANGEMAX))};
+        return {static_cast<int>(AskStandard(TBM_GETPOS)),
+                static_cast<int>(AskStandard(TBM_GETRANGEMIN)),
+                static_cast<int>(AskStandard(TBM_GETRANGEMAX))};
     PBRANGE range{};
-    Ask(PBM_GETRANGE, TRUE, reinterpret_cast<LPARAM>(&range));
-    return {static_cast<int>(Ask(PBM_GETPOS)), range.iLow, range.iHigh};
+    AskStandard(PBM_GETRANGE, TRUE, reinterpret_cast<LPARAM>(&range));
+    return {static_cast<int>(AskStandard(PBM_GETPOS)), range.iLow, range.iHigh};
 }
 
 RECT QkFlatProgressBar::FillRectangle(const RECT& client) const {
@@ -186,6 +184,8 @@ LRESULT CALLBACK QkFlatProgressBar::BarProc(HWND hwnd, UINT id, WPARAM wParam, L
             bar->PaintBar(paint.get());
             return 1;
         }
+        // Painting covers all of it.
+        case WM_ERASEBKGND: return 1;
         case WM_PRINTCLIENT: bar->PaintBar(reinterpret_cast<HDC>(wParam)); return 1;
         case WM_NCPAINT: return 1;
         default: break;

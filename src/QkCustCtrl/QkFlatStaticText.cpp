@@ -117,7 +117,7 @@ void QkFlatStaticText::PaintDisabled(HDC hdc) {
     const HWND label = m_hWnd;
     RECT client = clientRect(label);
     const std::wstring text = windowText(label);
-    const UINT format = textFormat(label).value_or(0) | (TextFlags() & DT_HIDEPREFIX);
+    const UINT format = textFormat(label).value_or(0) | (TextFlags(text) & DT_HIDEPREFIX);
     // The host answers, and may end the label: the object is not touched any more.
     const LRESULT ground =
         SendMessageW(GetParent(label), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(hdc),

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <climits>
+#include <cstdint>
 
 #include "QkCustCtrl/SubclassGlue.h"
 #include "QkCustScroll/ScrollLayout.h"
@@ -56,6 +57,11 @@ LRESULT QkFlatScrollbar::SetInfo(const SCROLLINFO& info, bool redraw) {
         SetRange(info.nMin, info.nMax, false);
     if (info.fMask & SIF_PAGE)
         SetPage(static_cast<int>(std::min<UINT>(info.nPage, INT_MAX)), false);
+    // No page is larger than the range, and this too is read back.
+    if (info.fMask & (SIF_RANGE | SIF_PAGE)) {
+        const std::int64_t range = std::max<std::int64_t>(std::int64_t{m_nMax} - m_nMin + 1, 0);
+        SetPage(static_cast<int>(std::min<std::int64_t>(m_nPage, range)), false);
+    }
     if (info.fMask & SIF_POS)
         SetPosition(info.nPos, false);
     // Hosts scroll by asking for any position and reading back what became of it.

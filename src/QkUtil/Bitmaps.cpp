@@ -1,5 +1,8 @@
 #include "QkUtil/Bitmaps.h"
 
+#include <algorithm>
+#include <span>
+#include <utility>
 #include <vector>
 
 #include "QkDlg/UiColors.h"
@@ -25,38 +28,76 @@ BITMAP headerOf(HBITMAP bitmap) {
     return header;
 }
 
-/// The pixels of a 32-bit bitmap, bottom row first, to be changed and written back.
-class PixelAccess {
-public:
-    explicit PixelAccess(HBITMAP bitmap) : m_bitmap(bitmap), m_screen(GetDesktopWindow()) {
-        if (!bitmap)
-            QkLib::reportAssertFailure(kNoPixels);
-        const BITMAP header = headerOf(bitmap);
-        m_info.bmiHeader.biSize = sizeof m_info.bmiHeader;
-        m_info.bmiHeader.biWidth = header.bmWidth;
-        m_info.bmiHeader.biHeight = header.bmHeight;
-        m_info.bmiHeader.biPlanes = 1;
-        m_info.bmiHeader.biBitCount = kAlphaBits;
-        m_info.bmiHeader.biCompression = BI_RGB;
-        m_pixels.resize(static_cast<std::size_t>(header.bmWidth) *
-                        static_cast<std::size_t>(header.bmHeight));
-        GetDIBits(m_screen.get(), bitmap, 0, rows(), m_pixels.data(), &m_info, DIB_RGB_COLORS);
-    }
+/// The pixels of a bitmap that has them in memory, as pictures from resources do; else nothing.
+std::span<Pixel> pixelsInMemory(HBITMAP bitmap) {
+    DIBSECTION section{};
+    if (GetObjectW(bitmap, sizeof section, &section) != sizeof section || !section.dsBm.bmBits ||
+        section.dsBm.bmBitsPixel != kAlphaBits)
+        return {};
+    GdiFlush();  // what GDI has yet to draw into it comes first
+    return {static_cast<Pixel*>(section.dsBm.bmBits),
+            static_cast<std::size_t>(section.dsBm.bmWidth) *
+                static_cast<std::size_t>(section.dsBm.bmHeight)};
+}
 
-    template <typename Change>
-    void changeEach(Change change) {
-        for (Pixel& pixel : m_pixels)
-            pixel = change(pixel);
-        SetDIBits(m_screen.get(), m_bitmap, 0, rows(), m_pixels.data(), &m_info, DIB_RGB_COLORS);
+/// Changes the pixels of any bitmap as those of a 32-bit one, bottom row first.
+template <typename Change>
+void changeCopiedPixels(HBITMAP bitmap, Change change) {
+    const BITMAP header = headerOf(bitmap);
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = header.bmWidth;
+    info.bmiHeader.biHeight = header.bmHeight;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = kAlphaBits;
+    info.bmiHeader.biCompression = BI_RGB;
+    std::vector<Pixel> pixels(static_cast<std::size_t>(header.bmWidth) *
+                              static_cast<std::size_t>(header.bmHeight));
+    const WindowDc screen(GetDesktopWindow());
+    const auto rows = static_cast<UINT>(header.bmHeight);
+    GetDIBits(screen.get(), bitmap, 0, rows, pixels.data(), &info, DIB_RGB_COLORS);
+    std::ranges::transform(pixels, pixels.begin(), change);
+    SetDIBits(screen.get(), bitmap, 0, rows, pixels.data(), &info, DIB_RGB_COLORS);
+}
+
+template <typename Change>
+void changePixels(HBITMAP bitmap, Change change) {
+    if (!bitmap)
+        QkLib::reportAssertFailure(kNoPixels);
+    const std::span<Pixel> pixels = pixelsInMemory(bitmap);
+    if (pixels.empty())
+        changeCopiedPixels(bitmap, change);
+    else
+        std::ranges::transform(pixels, pixels.begin(), change);
+}
+
+/// The DC that waits for the next picture, if any.
+MemoryDc& keptPictureDc() {
+    // Never destroyed: when the process ends, GDI may be gone before this module.
+    static auto& dc = *new MemoryDc;
+    return dc;
+}
+
+/// A DC to copy a picture from. Making one costs more than drawing a small picture, so one picture
+/// after the other uses the same.
+class PictureDc {
+public:
+    explicit PictureDc(HDC target)
+        : m_dc(keptPictureDc() ? std::move(keptPictureDc())
+                               : MemoryDc(CreateCompatibleDC(target))) {}
+    ~PictureDc() {
+        if (!keptPictureDc())
+            keptPictureDc() = std::move(m_dc);
     }
+    PictureDc(const PictureDc&) = delete;
+    PictureDc& operator=(const PictureDc&) = delete;
+    PictureDc(PictureDc&&) = delete;
+    PictureDc& operator=(PictureDc&&) = delete;
+
+    [[nodiscard]] HDC get() const { return m_dc.get(); }
 
 private:
-    [[nodiscard]] UINT rows() const { return static_cast<UINT>(m_info.bmiHeader.biHeight); }
-
-    HBITMAP m_bitmap;
-    WindowDc m_screen;
-    BITMAPINFO m_info{};
-    std::vector<Pixel> m_pixels;
+    MemoryDc m_dc;
 };
 
 /// A mirrored DC made left-to-right for one picture: GDI would flip the picture as well as its
@@ -116,8 +157,8 @@ void DrawBitmap(HDC hdc, HBITMAP bitmap, int x, int y) {
 }
 
 void copyBitmap(HDC hdc, HBITMAP bitmap, int x, int y) {
-    const MemoryDc source(CreateCompatibleDC(hdc));
-    if (!source)
+    const PictureDc source(hdc);
+    if (!source.get())
         return;
     SetLayout(source.get(), 0);
     const Size size = bitmapSize(bitmap);
@@ -127,16 +168,16 @@ void copyBitmap(HDC hdc, HBITMAP bitmap, int x, int y) {
 }
 
 void premultiplyBitmap(HBITMAP bitmap) {
-    PixelAccess(bitmap).changeEach(premultiplied);
+    changePixels(bitmap, premultiplied);
 }
 
 void putOnWhite(HBITMAP bitmap) {
-    PixelAccess(bitmap).changeEach(onWhite);
+    changePixels(bitmap, onWhite);
 }
 
 void AlphaBlendBitmap(HDC hdc, HBITMAP bitmap, int x, int y, int width, int height) {
-    const MemoryDc source(CreateCompatibleDC(hdc));
-    if (!source)
+    const PictureDc source(hdc);
+    if (!source.get())
         return;
     SetLayout(source.get(), 0);
     const Selection selected(source.get(), bitmap);
@@ -152,13 +193,16 @@ void PrepareGlyphForState(HBITMAP bitmap, bool enabled) {
     if (!IsHighContrast())
         return;
     const COLORREF colour = enabled ? GetSysColor(COLOR_WINDOW) ^ kColourBits : kDisabledText;
-    PixelAccess(bitmap).changeEach(
-        [colour](Pixel pixel) { return highContrastGlyph(pixel, colour); });
+    changePixels(bitmap, [colour](Pixel pixel) { return highContrastGlyph(pixel, colour); });
 }
 
 void greyPicture(HBITMAP bitmap) {
     if (bitmap && headerOf(bitmap).bmBitsPixel == kAlphaBits)
-        PixelAccess(bitmap).changeEach(greyed);
+        changePixels(bitmap, greyed);
+}
+
+void freeKeptPictureDc() {
+    keptPictureDc().reset();
 }
 
 }  // namespace QkDlg

@@ -35,6 +35,9 @@ constexpr std::array<UiColorEntry, 12> kUiColors{{
 
 constexpr int kTrueColourBits = 32;
 
+constexpr ULONG_PTR kDcStyles = CS_OWNDC | CS_CLASSDC | CS_PARENTDC;
+constexpr COLORREF kColourOfLentDc = RGB(255, 255, 255);
+
 }  // namespace
 
 COLORREF GetUIColor(int index) {
@@ -60,8 +63,13 @@ bool IsLowColourDisplay() {
 }
 
 COLORREF GetParentBkColor(HWND hwnd) {
-    const WindowDc parent(GetParent(hwnd));
-    return GetBkColor(parent.get());
+    const HWND parent = GetParent(hwnd);
+    // The system lends its own DCs with this colour; only a DC of the window's or of its class can
+    // have another.
+    if ((GetClassLongPtrW(parent, GCL_STYLE) & kDcStyles) == 0)
+        return kColourOfLentDc;
+    const WindowDc dc(parent);
+    return GetBkColor(dc.get());
 }
 
 COLORREF GetDisabledTextColor() {

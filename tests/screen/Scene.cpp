@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <ranges>
+#include <utility>
 
 #include "gallery/Ids.h"
 
@@ -33,12 +34,13 @@ std::wstring className(HWND window) {
     return name.data();
 }
 
-void Scene::update() {
+bool Scene::update() {
+    const std::vector<HWND> before = std::exchange(children_, {});
     earlier_ = now_;
     now_ = GetTickCount64();
     controls_.clear();
     dialogs_.clear();
-    above_.clear();
+    isBelow_ = false;
     judged_.assign(static_cast<std::size_t>(place_.right - place_.left) *
                        static_cast<std::size_t>(place_.bottom - place_.top),
                    0);
@@ -75,6 +77,7 @@ void Scene::update() {
         };
         control.settled = control.settled && std::ranges::none_of(known_, hidden);
     }
+    return children_ != before;
 }
 
 BOOL CALLBACK Scene::onTopLevel(HWND window, LPARAM windows) {
@@ -89,18 +92,23 @@ void Scene::addTopLevel(HWND window) {
     remember(window, info.rcWindow, !isLowest);
     if (std::ranges::find(dialogs_, window) != dialogs_.end())
         EnumChildWindows(window, &onChild, reinterpret_cast<LPARAM>(this));
-    if (className(window) == kDialogClass)
-        above_.push_back(info.rcWindow);
+    isBelow_ = isBelow_ || className(window) == kDialogClass;
 }
 
 BOOL CALLBACK Scene::onChild(HWND window, LPARAM self) {
     static constexpr std::array kStandard{IDC_PANEL_TOP,     IDC_TITLE,           IDC_GROUP_CAPTION,
                                           IDC_NAVIGATION,    IDC_COMPOUND_CHOICE, IDC_REMARK,
                                           IDC_SCROLL_REQUEST};
-    const bool isFlat = className(window) != kDialogClass &&
-                        std::ranges::find(kStandard, GetDlgCtrlID(window)) == kStandard.end();
-    if (isFlat && IsWindowVisible(window))
-        reinterpret_cast<Scene*>(self)->addChild(window);
+    if (!IsWindowVisible(window) || className(window) == kDialogClass)
+        return TRUE;
+    auto& scene = *reinterpret_cast<Scene*>(self);
+    scene.children_.push_back(window);
+    const int id = GetDlgCtrlID(window);
+    const bool isPlainLabel = id == IDC_STATIC && className(window) == WC_STATICW;
+    if (!isPlainLabel && std::ranges::find(kStandard, id) == kStandard.end())
+        scene.addChild(window);
+    else
+        scene.exclude(infoOf(window).rcWindow);
     return TRUE;
 }
 
@@ -111,7 +119,7 @@ void Scene::addChild(HWND window) {
         return;
     excludeStandardParts(info, window);
     // A dialog below another one is hidden in part.
-    if (!above_.empty())
+    if (isBelow_)
         return;
     const Known& known = remember(window, inside, false);
     controls_.push_back({window, inside, now_ - known.since >= kSettleTime});

@@ -23,7 +23,8 @@ public:
     /// Asks for all windows. Remembers what it saw before: a place that a window has just left,
     /// come to or uncovered is not judged until the program has had time to paint it. The display
     /// server shows an uncovered place as it was covered until the program has answered.
-    void update();
+    /// True when other windows are there than before.
+    bool update();
 
     [[nodiscard]] const RECT& place() const { return place_; }
     /// Whether the pixel of a frame, counted row by row, belongs to what the library paints.
@@ -59,9 +60,10 @@ private:
     std::map<HWND, Known> known_;
     std::vector<Known> standardParts_;
     std::vector<std::uint8_t> judged_;
-    std::vector<RECT> above_;  ///< of the top-level window whose children are asked for
+    bool isBelow_ = false;  ///< another dialog, the window whose children are asked for
     std::vector<Control> controls_;
     std::vector<HWND> dialogs_;
+    std::vector<HWND> children_;
 };
 
 [[nodiscard]] std::wstring className(HWND window);

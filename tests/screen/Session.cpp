@@ -9,7 +9,8 @@ namespace ScreenTest {
 namespace {
 
 constexpr int kShort = 30;
-constexpr int kHold = 300;  ///< longer than the watcher takes to notice
+constexpr int kHold = 300;
+constexpr int kLookTime = 5000;
 constexpr int kFadeTime = 500;
 constexpr int kAnswerTime = 300;
 constexpr int kPaintTime = 5000;
@@ -121,6 +122,15 @@ Session::Session(DWORD process, HWND main, const Screen& screen, Report& report,
 Session::~Session() {
     mouse(MOUSEEVENTF_LEFTUP);
     DestroyWindow(cover_);
+}
+
+// What changes stays until the watcher, too, knows where the windows are.
+void Session::hold() {
+    pause(kHold);
+    const int before = report_.looks();
+    const ULONGLONG end = GetTickCount64() + kLookTime;
+    while (report_.looks() < before + 2 && GetTickCount64() < end)
+        pause(kShort);
 }
 
 int Session::below(int limit) {
@@ -267,15 +277,15 @@ void Session::arrows() {
 void Session::disable() {
     for (int times = 0; times < 2; ++times) {
         EnableWindow(target_, !IsWindowEnabled(target_));
-        pause(kHold);
+        hold();
     }
 }
 
 void Session::hide() {
     ShowWindow(target_, SW_HIDE);
-    pause(kHold);
+    hold();
     ShowWindow(target_, SW_SHOWNA);
-    pause(kHold);
+    hold();
 }
 
 void Session::changeState() {
@@ -323,7 +333,7 @@ void Session::moveControl() {
     for (const int offset : {6, 0}) {
         SetWindowPos(target_, nullptr, place.left + offset, place.top + offset / 2, 0, 0,
                      SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-        pause(kHold);
+        hold();
     }
 }
 
@@ -345,7 +355,7 @@ void Session::changePage() {
     if (dialog_ != main_ || !pages)
         return;
     const auto there = static_cast<int>(SendMessageW(pages, LB_GETCURSEL, 0, 0));
-    const auto go = [pages](int page) {
+    const auto go = [this, pages](int page) {
         RECT entry{};
         SendMessageW(pages, LB_GETITEMRECT, static_cast<WPARAM>(page),
                      reinterpret_cast<LPARAM>(&entry));
@@ -353,7 +363,7 @@ void Session::changePage() {
         moveTo({entry.left + 20, (entry.top + entry.bottom) / 2});
         mouse(MOUSEEVENTF_LEFTDOWN);
         mouse(MOUSEEVENTF_LEFTUP);
-        pause(kHold);
+        hold();
     };
     go(below(static_cast<int>(SendMessageW(pages, LB_GETCOUNT, 0, 0))));
     go(there);
@@ -433,7 +443,7 @@ void Session::closeTopDialog() {
         key(VK_ESCAPE);
     else if (top != main_)
         PostMessageW(top, WM_CLOSE, 0, 0);
-    pause(kHold);
+    hold();
 }
 
 }  // namespace ScreenTest

@@ -41,6 +41,7 @@ private:
     void changePage();
     void repaintAll();
     void closeTopDialog();
+    void hold();
 
     [[nodiscard]] bool movesByItself(POINT point, const Frame& earlier, const Frame& later) const;
     [[nodiscard]] RECT difference(const Frame& earlier, const Frame& before,

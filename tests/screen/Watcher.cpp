@@ -61,12 +61,14 @@ Report::Report(std::wstring folder, std::wstring page)
 void Report::add(const wchar_t* fault, const Frame& frame, const RECT& mark,
                  const std::wstring& control, const Frame* expected) {
     const int number = ++wrong_;
-    if (number > kMaxPictures || folder_.empty())
+    if (number > kMaxPictures)
         return;
     const std::wstring name = page_ + L"-" + std::to_wstring(number);
     const std::wstring file = name + L".png";
     QkDlgTools::printOut(L"  " + page_ + L": " + fault + L" at " + control + L" during \"" +
                          act_.load() + L"\", " + file + L"\n");
+    if (folder_.empty())
+        return;
     saveMarked(frame, mark, folder_ + L"\\" + file);
     if (expected)
         saveMarked(*expected, mark, folder_ + L"\\" + name + L"-expected.png");
@@ -106,21 +108,23 @@ void Watcher::run() {
     }
 }
 
-void Watcher::lookAround() {
-    scene_.update();
+bool Watcher::lookAround() {
+    const bool changed = scene_.update();
+    report_.looked();
     sceneTime_ = GetTickCount64();
+    return changed;
 }
 
 void Watcher::judge(bool changed) {
-    // A window may have come since the last look.
-    if (dyed() || black())
-        lookAround();
-    const auto standard = dyed();
-    const auto bare = black();
+    // Where windows have come or gone since the last look, nobody knows whose the picture is: what
+    // is wrong is so in the next one, too.
+    const bool unknown = (dyed() || black()) && lookAround();
+    const auto standard = unknown ? std::nullopt : dyed();
+    const auto bare = unknown ? std::nullopt : black();
     // What stays wrong is one fault for each frame that shows it.
     if (standard && (changed || !wasWrong_))
         tell(L"standard look", *standard);
-    if (bare && (changed || !wasWrong_))
+    else if (bare && (changed || !wasWrong_))
         tell(L"not painted", *bare);
     wasWrong_ = standard || bare;
     const auto controls = scene_.controls();

@@ -28,12 +28,16 @@ public:
     /// What the session is doing, to be named with a fault.
     void doing(const wchar_t* act) { act_ = act; }
     [[nodiscard]] int wrong() const { return wrong_; }
+    /// How often the watcher has asked where the windows are.
+    void looked() { ++looks_; }
+    [[nodiscard]] int looks() const { return looks_; }
 
 private:
     std::wstring folder_;
     std::wstring page_;
     std::atomic<const wchar_t*> act_ = L"";
     std::atomic<int> wrong_ = 0;
+    std::atomic<int> looks_ = 0;
 };
 
 /// Reads the screen over and over in a thread of its own and judges each new frame: the look of a
@@ -56,7 +60,7 @@ private:
     };
 
     void run();
-    void lookAround();
+    bool lookAround();
     void judge(bool changed);
     void judgeInk(const Scene::Control& control);
     [[nodiscard]] std::optional<RECT> dyed() const;

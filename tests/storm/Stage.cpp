@@ -1,4 +1,4 @@
-#include "Stage.h"
+#include "storm/Stage.h"
 
 #include <array>
 #include <sstream>
@@ -15,11 +15,15 @@ namespace QkDlgTest {
 
 namespace {
 
-using ControlPtr = std::unique_ptr<QkDlg::QkCustomControl>;
+using namespace QkDlg;
+using ControlPtr = std::unique_ptr<QkCustomControl>;
+using Begin = std::function<void(HWND)>;
+
+constexpr int kFirstId = 1001;
 
 template <int type>
 ControlPtr ofType(UINT id) {
-    return QkDlg::makeControl(type, id);
+    return makeControl(type, id);
 }
 template <typename Control>
 ControlPtr ofClass(UINT id) {
@@ -32,78 +36,40 @@ ControlPtr bar(UINT id) {
 
 constexpr DWORD kPlaces = BS_LEFT | BS_RIGHT | BS_TOP | BS_BOTTOM | BS_MULTILINE | BS_NOTIFY;
 // Wine's edit cuts a text that it may not scroll, and goes on cutting before its beginning.
-constexpr DWORD kRolls = ES_AUTOHSCROLL | ES_AUTOVSCROLL;
-constexpr DWORD kScrolls = WS_VSCROLL | WS_HSCROLL;
+constexpr DWORD kLine = ES_AUTOHSCROLL;
+constexpr DWORD kLines = ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL;
+constexpr DWORD kList = WS_VSCROLL | LBS_NOTIFY;
+constexpr unsigned kOwn = kMouse | kKeys | kRange;
+// Wine's scroll bar switches itself on when it is set to something.
+constexpr DWORD kSwitchedOn = WS_DISABLED;
 
-// The controls of a converted dialog when they begin: the ids, none of IDOK and the like.
-constexpr int kFirstId = 1001;
-constexpr int kColumns = 3;
-
-/// A question about a control's state, for all of a family.
+/// What is asked of all windows of a family.
 struct Query {
     unsigned family;
-    UINT message;
-    WPARAM wp = 0;
-    LRESULT compared = -1;  ///< which bits of the answer
+    std::vector<UINT> messages;
 };
-constexpr std::array kQueries{
-    Query{kButton, BM_GETCHECK},
-    // The system tells late, and by the clock, that the mouse is no longer there.
-    Query{kButton, BM_GETSTATE, 0, ~LRESULT{BST_HOT}},
-    Query{kEdit, EM_GETSEL},
-    Query{kEdit, EM_GETMODIFY},
-    Query{kEdit, EM_CANUNDO},
-    Query{kEdit, EM_GETLIMITTEXT},
-    Query{kEdit, EM_GETLINECOUNT},
-    Query{kEdit, EM_GETFIRSTVISIBLELINE},
-    Query{kCombo, CB_GETCURSEL},
-    Query{kCombo, CB_GETCOUNT},
-    Query{kCombo, CB_GETEDITSEL},
-    Query{kCombo, CB_GETDROPPEDSTATE},
-    Query{kCombo, CB_GETITEMDATA, 0},
-    Query{kProgress, PBM_GETPOS},
-    Query{kProgress, PBM_GETRANGE, TRUE},
-    Query{kProgress, PBM_GETRANGE, FALSE},
-    Query{kProgress, PBM_GETBARCOLOR},
-    Query{kProgress, PBM_GETSTATE},
-    Query{kTrackbar, TBM_GETPOS},
-    Query{kTrackbar, TBM_GETRANGEMIN},
-    Query{kTrackbar, TBM_GETRANGEMAX},
-    Query{kListView, LVM_GETITEMCOUNT},
-    Query{kListView, LVM_GETSELECTEDCOUNT},
-    Query{kListView, LVM_GETSELECTIONMARK},
-    Query{kListView, LVM_GETEXTENDEDLISTVIEWSTYLE},
-    Query{kListView, LVM_GETIMAGELIST, LVSIL_SMALL},
-    Query{kListView, LVM_GETCOLUMNWIDTH, 0},
-    Query{kListView, LVM_GETVIEW},
-    Query{kListBox, LB_GETCOUNT},
-    Query{kListBox, LB_GETCURSEL},
-    Query{kListBox, LB_GETTOPINDEX},
+const Query kQueries[] = {
+    {kButton, {BM_GETCHECK, BM_GETSTATE}},
+    {kEdit, {EM_GETSEL, EM_GETMODIFY, EM_CANUNDO, EM_GETLIMITTEXT, EM_GETLINECOUNT}},
+    {kEdit, {EM_GETFIRSTVISIBLELINE}},
+    {kCombo, {CB_GETCURSEL, CB_GETCOUNT, CB_GETEDITSEL, CB_GETDROPPEDSTATE, CB_GETITEMDATA}},
+    {kProgress, {PBM_GETPOS, PBM_GETRANGE, PBM_GETBARCOLOR, PBM_GETSTATE}},
+    {kTrackbar, {TBM_GETPOS, TBM_GETRANGEMIN, TBM_GETRANGEMAX}},
+    {kListView, {LVM_GETITEMCOUNT, LVM_GETSELECTEDCOUNT, LVM_GETSELECTIONMARK, LVM_GETVIEW}},
+    {kListView, {LVM_GETEXTENDEDLISTVIEWSTYLE, LVM_GETIMAGELIST, LVM_GETCOLUMNWIDTH}},
+    {kListBox, {LB_GETCOUNT, LB_GETCURSEL, LB_GETTOPINDEX}},
 };
 
-/// Which of the windows on the stage, or none, has focus or mouse: inner windows count as theirs.
-int indexOf(const std::vector<Actor>& actors, HWND window) {
-    for (std::size_t i = 0; i < actors.size(); ++i) {
-        const HWND own = actors[i].window;
-        if (own && window && (own == window || IsChild(own, window)))
-            return static_cast<int>(i);
-    }
-    return -1;
-}
-
-void describeItems(std::ostream& out, const Actor& actor) {
-    const auto ask = [&](UINT message, WPARAM wp, LPARAM lp = 0) {
-        return SendMessageW(actor.window, message, wp, lp);
-    };
-    const auto count = static_cast<WPARAM>(ask(LVM_GETITEMCOUNT, 0));
+void describeItems(std::ostream& out, HWND list) {
+    const auto count = static_cast<WPARAM>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     for (WPARAM i = 0; i < count; ++i) {
         std::array<wchar_t, 32> text{};
         LVITEMW item{};
         item.pszText = text.data();
         item.cchTextMax = static_cast<int>(text.size());
-        ask(LVM_GETITEMTEXTW, i, reinterpret_cast<LPARAM>(&item));
-        out << " [" << std::wstring(text.data()).size() << ' '
-            << ask(LVM_GETITEMSTATE, i, LVIS_SELECTED | LVIS_FOCUSED) << ']';
+        out << " [" << SendMessageW(list, LVM_GETITEMTEXTW, i, reinterpret_cast<LPARAM>(&item))
+            << ' ' << int{text[0]} << ' '
+            << SendMessageW(list, LVM_GETITEMSTATE, i, LVIS_SELECTED | LVIS_FOCUSED) << ']';
     }
 }
 
@@ -112,59 +78,48 @@ void describeScroll(std::ostream& out, HWND window, int bar) {
     info.cbSize = sizeof info;
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
     if (GetScrollInfo(window, bar, &info))
-        out << " scroll " << info.nMin << ".." << info.nMax << '/' << info.nPage << " at "
-            << info.nPos;
-}
-
-std::string narrow(const std::wstring& text) {
-    std::string result;
-    for (const wchar_t character : text)
-        result += character > L'~' || character < L' ' ? '?' : static_cast<char>(character);
-    return result;
+        out << ' ' << info.nMin << ".." << info.nMax << '/' << info.nPage << " at " << info.nPos;
 }
 
 void describe(std::ostream& out, const Actor& actor) {
-    out << '\n' << actor.id << ' ' << actor.kind->name;
-    if (!actor.window) {
-        out << " gone";
-        return;
-    }
-    const HWND window = actor.window;
-    const unsigned differs = actor.kind->differences;
-    const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
-    out << std::hex << " style " << (style & ~LONG_PTR{actor.kind->ownStyle}) << std::dec;
-    if ((differs & kOwnText) == 0)
-        out << " text '" << narrow(textOf(window)) << '\'';
-    if ((differs & kOwnPlace) == 0) {
+    const Kind& kind = *actor.kind;
+    const LONG_PTR style = GetWindowLongPtrW(actor.window, GWL_STYLE);
+    out << '\n' << actor.id << ' ' << kind.name << std::hex << ' ' << (style & ~kind.ownStyle);
+    if ((kind.differences & kText) == 0)
+        out << testing::PrintToString(textOf(actor.window));
+    if ((kind.differences & kPlace) == 0) {
         RECT place{};
-        GetWindowRect(window, &place);
-        MapWindowPoints(HWND_DESKTOP, GetParent(window), reinterpret_cast<POINT*>(&place), 2);
-        out << " at " << place.left << ',' << place.top << ' ' << place.right << ','
+        GetWindowRect(actor.window, &place);
+        MapWindowPoints(HWND_DESKTOP, GetParent(actor.window), reinterpret_cast<POINT*>(&place), 2);
+        out << std::dec << " at " << place.left << ',' << place.top << ' ' << place.right << ','
             << place.bottom;
     }
     for (const Query& query : kQueries) {
-        if (query.family & actor.kind->family)
-            out << ' ' << std::hex << query.message << std::dec << '='
-                << (SendMessageW(window, query.message, query.wp, 0) & query.compared);
+        for (const UINT message :
+             query.family& kind.family ? query.messages : std::vector<UINT>{}) {
+            // The system tells late, and by the clock, that the mouse is no longer there.
+            const LRESULT kept = message == BM_GETSTATE ? ~LRESULT{BST_HOT} : -1;
+            out << std::hex << ' ' << message << '='
+                << (SendMessageW(actor.window, message, 0, 0) & kept);
+        }
     }
-    if (actor.kind->family & kListView)
-        describeItems(out, actor);
-    if (actor.kind->family & kScroll)
-        describeScroll(out, window, SB_CTL);
-    if ((style & WS_VSCROLL) != 0 && (actor.kind->family & (kEdit | kListBox)) != 0)
-        describeScroll(out, window, SB_VERT);
+    out << std::dec;
+    if (kind.family & kListView)
+        describeItems(out, actor.window);
+    if (kind.family & kScroll)
+        describeScroll(out, actor.window, SB_CTL);
+    if ((kind.family & (kEdit | kListBox)) != 0 && (style & WS_VSCROLL) != 0)
+        describeScroll(out, actor.window, SB_VERT);
 }
 
-using Begin = std::function<void(HWND)>;
-
-INT_PTR CALLBACK plainDialog(HWND dialog, UINT message, WPARAM, LPARAM lp) {
+INT_PTR CALLBACK plainDialog(HWND dialog, UINT message, WPARAM, LPARAM begin) {
     if (message == WM_INITDIALOG)
-        (*reinterpret_cast<const Begin*>(lp))(dialog);
+        (*reinterpret_cast<const Begin*>(begin))(dialog);
     return message == WM_INITDIALOG;
 }
 
 /// A dialog that ends when the storm says so.
-class StormDialog : public QkDlg::QkXDlg {
+class StormDialog : public QkXDlg {
 public:
     explicit StormDialog(Begin begin) : QkXDlg(1), begin_(std::move(begin)) {
         m_bFlat = true;
@@ -189,199 +144,63 @@ struct alignas(DWORD) EmptyTemplate {
 }  // namespace
 
 const std::vector<Kind>& kinds() {
-    using namespace QkDlg;
     static const std::vector<Kind> all{
-        {"push",
-         WC_BUTTONW,
-         {BS_PUSHBUTTON, BS_DEFPUSHBUTTON | BS_NOTIFY},
-         kPlaces,
-         kButton,
-         0,
-         0,
-         ofType<QK_PUSH_BUTTON>},
-        {"blue",
-         WC_BUTTONW,
-         {BS_DEFPUSHBUTTON, BS_NOTIFY},
-         kPlaces,
-         kButton,
-         0,
-         0,
-         ofType<QK_BLUE_BUTTON>},
-        {"settings",
-         WC_BUTTONW,
-         {BS_PUSHBUTTON},
-         BS_NOTIFY,
-         kButton,
-         kOwnMouse | kOwnPlace,
-         0,
-         ofType<QK_SETTINGS_BUTTON>},
-        {"split",
-         WC_BUTTONW,
-         {BS_SPLITBUTTON, BS_DEFSPLITBUTTON},
-         kPlaces,
-         kButton,
-         0,
-         0,
-         ofType<QK_SPLIT_BUTTON>},
-        {"drop", WC_BUTTONW, {BS_SPLITBUTTON}, kPlaces, kButton, 0, 0, ofType<QK_DROP_BUTTON>},
-        {"radio",
-         WC_BUTTONW,
-         {BS_AUTORADIOBUTTON, BS_RADIOBUTTON | BS_LEFTTEXT},
-         kPlaces,
-         kButton,
-         0,
-         0,
-         ofType<QK_RADIO_BUTTON>},
-        {"check",
-         WC_BUTTONW,
-         {BS_AUTOCHECKBOX, BS_CHECKBOX, BS_AUTO3STATE | BS_LEFTTEXT},
-         kPlaces,
-         kButton,
-         0,
-         0,
-         ofType<QK_CHECK_BOX>},
-        {"switch",
-         WC_BUTTONW,
-         {BS_AUTOCHECKBOX, BS_CHECKBOX},
-         BS_NOTIFY,
-         kButton,
-         kOwnMouse | kOwnText | kOwnPlace,
-         0,
-         ofType<QK_TOGGLE>},
-        {"static",
-         WC_STATICW,
-         {SS_LEFT, SS_CENTER | SS_NOTIFY, SS_SIMPLE, SS_ENDELLIPSIS},
-         SS_NOTIFY | SS_NOPREFIX | SS_CENTERIMAGE,
-         kStatic,
-         kOwnPlace,
-         0,
-         ofType<QK_STATIC_TEXT>},
-        {"edit",
-         WC_EDITW,
-         {WS_BORDER | ES_AUTOHSCROLL, ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL,
-          ES_READONLY | ES_AUTOHSCROLL},
-         ES_READONLY | ES_UPPERCASE,
-         kEdit,
-         0,
-         WS_BORDER,
-         ofType<QK_EDIT>},
-        {"password",
-         WC_EDITW,
-         {WS_BORDER | ES_PASSWORD | ES_AUTOHSCROLL, ES_PASSWORD | ES_AUTOHSCROLL},
-         ES_READONLY,
-         kEdit,
-         kOwnMouse | kOwnMask,
-         WS_BORDER | ES_PASSWORD,
-         ofType<QK_PASSWORD>},
-        {"progress",
-         PROGRESS_CLASSW,
-         {0, PBS_VERTICAL, PBS_MARQUEE, PBS_SMOOTH},
-         PBS_MARQUEE,
-         kProgress,
-         0,
-         0,
-         ofType<QK_PROGRESS_BAR>},
-        {"trackbar",
-         TRACKBAR_CLASSW,
-         {0, TBS_VERT, TBS_NOTICKS},
-         TBS_VERT,
-         kTrackbar,
-         0,
-         0,
-         ofType<QK_PROGRESS_BAR>},
-        {"combo-list",
-         WC_COMBOBOXW,
-         {CBS_DROPDOWNLIST, CBS_DROPDOWNLIST | CBS_SORT | WS_VSCROLL},
-         0,
-         kCombo,
-         0,
-         0,
-         ofType<QK_COMBO_DROPDOWN_LIST>},
-        {"combo-edit",
-         WC_COMBOBOXW,
-         {CBS_DROPDOWN | CBS_AUTOHSCROLL, CBS_DROPDOWN | CBS_AUTOHSCROLL | CBS_SORT},
-         0,
-         kCombo,
-         0,
-         WS_CLIPCHILDREN,
-         ofClass<QkFlatComboBoxDropdown>},
-        {"combo-simple",
-         WC_COMBOBOXW,
-         {CBS_SIMPLE | CBS_AUTOHSCROLL},
-         0,
-         kCombo,
-         0,
-         WS_CLIPCHILDREN,
-         ofClass<QkFlatComboBoxSimple>},
-        {"scroll-v",
-         WC_SCROLLBARW,
-         {SBS_VERT},
-         0,
-         kScroll,
-         kOwnMouse | kOwnKeys | kOwnScrolling,
-         0,
-         bar<QkFlatScrollbar, true>},
-        {"scroll-h",
-         WC_SCROLLBARW,
-         {SBS_HORZ},
-         0,
-         kScroll,
-         kOwnMouse | kOwnKeys | kOwnScrolling,
-         0,
-         bar<QkFlatScrollbar, false>},
-        {"slider-v",
-         WC_SCROLLBARW,
-         {SBS_VERT},
-         0,
-         kSlider,
-         kOwnMouse | kOwnKeys | kOwnScrolling,
-         0,
-         bar<QkFlatSlider, true>},
-        {"slider-h",
-         WC_STATICW,
-         {SS_LEFT | SS_NOTIFY},
-         0,
-         kSlider,
-         kOwnMouse | kOwnKeys | kOwnScrolling,
-         0,
-         bar<QkFlatSlider, false>},
-        {"list",
-         WC_LISTVIEWW,
-         {LVS_REPORT, LVS_REPORT | LVS_SINGLESEL, LVS_REPORT | LVS_EDITLABELS, LVS_ICON},
-         LVS_SHOWSELALWAYS | LVS_NOCOLUMNHEADER,
-         kListView,
-         kOwnMouse | kOwnKeys,
-         WS_CLIPSIBLINGS,
-         ofClass<QkFlatListView>},
-        {"held-edit",
-         WC_EDITW,
-         {ES_MULTILINE | kRolls | kScrolls, ES_MULTILINE | kRolls | WS_VSCROLL | WS_BORDER},
-         WS_VSCROLL,
-         kEdit,
-         0,
-         WS_CLIPSIBLINGS,
-         nullptr},
-        {"held-box",
-         WC_LISTBOXW,
-         {LBS_NOTIFY | WS_VSCROLL, LBS_NOTIFY | kScrolls | WS_BORDER},
-         0,
-         kListBox,
-         0,
-         WS_CLIPSIBLINGS,
-         nullptr},
+        {"push", WC_BUTTONW, kButton, ofType<QK_PUSH_BUTTON>, 0, BS_DEFPUSHBUTTON | BS_NOTIFY,
+         kPlaces},
+        {"blue", WC_BUTTONW, kButton, ofType<QK_BLUE_BUTTON>, BS_DEFPUSHBUTTON, BS_NOTIFY, kPlaces},
+        {"settings", WC_BUTTONW, kButton, ofType<QK_SETTINGS_BUTTON>, 0, BS_NOTIFY, BS_NOTIFY,
+         kMouse | kPlace},
+        {"split", WC_BUTTONW, kButton, ofType<QK_SPLIT_BUTTON>, BS_SPLITBUTTON, BS_DEFSPLITBUTTON,
+         kPlaces},
+        {"drop", WC_BUTTONW, kButton, ofType<QK_DROP_BUTTON>, BS_SPLITBUTTON, BS_SPLITBUTTON,
+         kPlaces},
+        {"radio", WC_BUTTONW, kButton, ofType<QK_RADIO_BUTTON>, BS_AUTORADIOBUTTON,
+         BS_RADIOBUTTON | BS_LEFTTEXT, kPlaces},
+        {"check", WC_BUTTONW, kButton, ofType<QK_CHECK_BOX>, BS_AUTOCHECKBOX,
+         BS_AUTO3STATE | BS_LEFTTEXT, kPlaces},
+        {"switch", WC_BUTTONW, kButton, ofType<QK_TOGGLE>, BS_AUTOCHECKBOX, BS_CHECKBOX, BS_NOTIFY,
+         kMouse | kText | kPlace},
+        {"static", WC_STATICW, kStatic, ofType<QK_STATIC_TEXT>, SS_CENTER | SS_NOTIFY,
+         SS_ENDELLIPSIS, SS_NOTIFY | SS_NOPREFIX | SS_CENTERIMAGE | SS_RIGHT, kPlace},
+        {"edit", WC_EDITW, kEdit, ofType<QK_EDIT>, WS_BORDER | kLine, kLines,
+         ES_READONLY | ES_UPPERCASE, kMouse, WS_BORDER},
+        {"password", WC_EDITW, kEdit, ofType<QK_PASSWORD>, WS_BORDER | ES_PASSWORD | kLine,
+         ES_PASSWORD | kLine, ES_READONLY, kMouse | kMask, WS_BORDER | ES_PASSWORD},
+        {"progress", PROGRESS_CLASSW, kProgress, ofType<QK_PROGRESS_BAR>, PBS_SMOOTH, PBS_VERTICAL,
+         PBS_MARQUEE},
+        {"trackbar", TRACKBAR_CLASSW, kTrackbar, ofType<QK_PROGRESS_BAR>, TBS_VERT, TBS_NOTICKS,
+         TBS_VERT, kMouse},
+        {"combo-list", WC_COMBOBOXW, kCombo, ofType<QK_COMBO_DROPDOWN_LIST>, CBS_DROPDOWNLIST,
+         CBS_DROPDOWNLIST | CBS_SORT | WS_VSCROLL},
+        {"combo-edit", WC_COMBOBOXW, kCombo, ofClass<QkFlatComboBoxDropdown>,
+         CBS_DROPDOWN | CBS_AUTOHSCROLL, CBS_DROPDOWN | CBS_AUTOHSCROLL | CBS_SORT, 0, 0,
+         WS_CLIPCHILDREN},
+        {"combo-simple", WC_COMBOBOXW, kCombo, ofClass<QkFlatComboBoxSimple>,
+         CBS_SIMPLE | CBS_AUTOHSCROLL, CBS_SIMPLE | CBS_AUTOHSCROLL, 0, 0, WS_CLIPCHILDREN},
+        {"scroll-v", WC_SCROLLBARW, kScroll, bar<QkFlatScrollbar, true>, SBS_VERT, SBS_VERT, 0,
+         kOwn, kSwitchedOn},
+        {"scroll-h", WC_SCROLLBARW, kScroll, bar<QkFlatScrollbar, false>, SBS_HORZ, SBS_HORZ, 0,
+         kOwn, kSwitchedOn},
+        {"slider-v", WC_SCROLLBARW, kSlider, bar<QkFlatSlider, true>, SBS_VERT, SBS_VERT, 0, kOwn},
+        {"slider-h", WC_STATICW, kSlider, bar<QkFlatSlider, false>, SS_LEFT, SS_NOTIFY, 0, kOwn},
+        {"list", WC_LISTVIEWW, kListView, ofClass<QkFlatListView>, LVS_REPORT,
+         LVS_REPORT | LVS_SINGLESEL | LVS_EDITLABELS, LVS_SHOWSELALWAYS | LVS_NOCOLUMNHEADER,
+         kMouse | kKeys, WS_CLIPSIBLINGS},
+        {"icons", WC_LISTVIEWW, kListView, ofClass<QkFlatListView>, LVS_ICON, LVS_LIST,
+         LVS_SHOWSELALWAYS, kMouse | kKeys, WS_CLIPSIBLINGS},
+        {"held-edit", WC_EDITW, kEdit, nullptr, kLine | kLines | WS_HSCROLL,
+         kLine | kLines | WS_BORDER, WS_VSCROLL, kMouse, WS_CLIPSIBLINGS | WS_BORDER},
+        {"held-box", WC_LISTBOXW, kListBox, nullptr, kList, kList | WS_HSCROLL | WS_BORDER, 0, 0,
+         WS_CLIPSIBLINGS},
     };
     return all;
 }
 
-Stage::Stage(Play play, bool visible, const std::vector<const Kind*>& cast, Dice& dice)
+Stage::Stage(Play play, bool onScreen, const std::vector<const Kind*>& cast, Dice& dice)
     : play_(play) {
-    for (const Kind* const kind : cast) {
-        Actor& actor = actors_.emplace_back();
-        actor.kind = kind;
-        actor.id = kFirstId + static_cast<int>(actors_.size()) - 1;
-        actor.style = kind->styles[static_cast<std::size_t>(
-            dice.roll(static_cast<int>(kind->styles.size())))];
-    }
+    for (const Kind* const kind : cast)
+        actors_.push_back({kind, kFirstId + static_cast<int>(actors_.size()),
+                           dice.oneIn(2) ? kind->style : kind->otherStyle});
     const Begin begin = [this](HWND host) {
         host_ = host;
         for (Actor& actor : actors_)
@@ -394,17 +213,14 @@ Stage::Stage(Play play, bool visible, const std::vector<const Kind*>& cast, Dice
         parameter = reinterpret_cast<LPARAM>(dialog_.get());
     }
     CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &empty.header, nullptr,
-                               dialog_ ? QkDlg::QkXDlg::GetDialogProc() : &plainDialog, parameter);
-    SetWindowPos(host_, nullptr, 20, 20, 420, 420, SWP_NOZORDER);
+                               dialog_ ? QkXDlg::GetDialogProc() : &plainDialog, parameter);
+    SetWindowPos(host_, nullptr, onScreen ? 20 : -3000, 20, 420, 420, SWP_NOZORDER);
     SetWindowSubclass(host_, &listen, 1, reinterpret_cast<DWORD_PTR>(this));
-    if (visible && dice.oneIn(2))
+    if (dice.oneIn(2))
         ShowWindow(host_, SW_SHOW);
-    for (Actor& actor : actors_) {
-        if (hasObjects())
-            makeFlat(actor);
-    }
-    if (visible)
-        ShowWindow(host_, SW_SHOW);
+    for (Actor& actor : actors_)
+        makeFlat(actor);
+    ShowWindow(host_, SW_SHOW);
     heard_.clear();
 }
 
@@ -414,36 +230,42 @@ Stage::~Stage() {
 }
 
 void Stage::createWindow(Actor& actor) {
+    if (actor.window)
+        DestroyWindow(actor.window);
+    actor.holder.reset();
     const int index = actor.id - kFirstId;
-    const bool tall = (actor.kind->family & (kListView | kListBox | kCombo | kScroll)) != 0;
-    actor.window = CreateWindowExW(index % 2 == 0 ? 0 : WS_EX_CLIENTEDGE, actor.kind->windowClass,
-                                   L"one", WS_CHILD | WS_VISIBLE | WS_TABSTOP | actor.style,
-                                   10 + 135 * (index % kColumns), 10 + 100 * (index / kColumns),
-                                   120, tall ? 90 : 28, host_,
-                                   reinterpret_cast<HMENU>(static_cast<INT_PTR>(actor.id)),
-                                   GetModuleHandleW(nullptr), nullptr);
-    const HFONT font = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
-    SendMessageW(actor.window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    const unsigned family = actor.kind->family;
+    const bool tall = (family & (kListView | kListBox | kCombo | kScroll)) != 0;
+    // A text that wraps has less room inside an edge, which flat edits do not have.
+    const bool edge = index % 2 != 0 && (family & kEdit) == 0;
+    actor.window =
+        CreateWindowExW(edge ? WS_EX_CLIENTEDGE : 0, actor.kind->windowClass, L"one",
+                        WS_CHILD | WS_VISIBLE | WS_TABSTOP | actor.style, 10 + 135 * (index % 3),
+                        10 + 100 * (index / 3), 120, tall ? 90 : 28, host_,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(actor.id)), nullptr, nullptr);
+    SendMessageW(actor.window, WM_SETFONT,
+                 reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
     // A flat bar begins with this range.
-    if (actor.kind->family & kScroll)
+    if (family & kScroll)
         SetScrollRange(actor.window, SB_CTL, 0, 100, FALSE);
 }
 
 void Stage::makeFlat(Actor& actor) {
+    if (play_ != Play::Flat)
+        return;
     if (!actor.kind->make) {
-        actor.holder = std::make_unique<QkDlg::ScrollbarHolder>(GetSystemMetrics(SM_CXVSCROLL),
-                                                                GetSystemMetrics(SM_CYHSCROLL));
+        actor.holder = std::make_unique<ScrollbarHolder>(GetSystemMetrics(SM_CXVSCROLL),
+                                                         GetSystemMetrics(SM_CYHSCROLL));
         actor.holder->Attach(actor.window);
         return;
     }
-    // An object whose window is gone may be bound again.
     if (!actor.control || actor.control->GetWindow())
         actor.control = actor.kind->make(static_cast<UINT>(actor.id));
     actor.control->Attach(actor.window);
 }
 
 void Stage::makePlain(Actor& actor) {
-    // Not through the owner, which would still know an object that is at its end.
+    // What runs meanwhile finds no owner any more.
     const auto control = std::move(actor.control);
     const auto holder = std::move(actor.holder);
 }
@@ -453,7 +275,7 @@ void Stage::end(Dice& dice) {
     for (Actor& actor : actors_) {
         if (order == 0 || dice.oneIn(3))
             makePlain(actor);
-        if ((order == 1 || dice.oneIn(3)) && actor.window)
+        if (order == 1 || dice.oneIn(3))
             DestroyWindow(std::exchange(actor.window, nullptr));
     }
     DestroyWindow(std::exchange(host_, nullptr));
@@ -461,13 +283,18 @@ void Stage::end(Dice& dice) {
 
 std::string Stage::state() {
     std::ostringstream out;
-    out << "focus " << indexOf(actors_, GetFocus()) << ", order";
+    out << "order";
     for (HWND child = GetWindow(host_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         for (const Actor& actor : actors_)
             out << (actor.window == child ? " " + std::to_string(actor.id) : "");
     }
-    for (Actor& actor : actors_)
+    const HWND focus = GetFocus();
+    for (const Actor& actor : actors_) {
         describe(out, actor);
+        // Windows inside are theirs.
+        if (focus == actor.window || IsChild(actor.window, focus))
+            out << " focus";
+    }
     for (const Heard& heard : std::exchange(heard_, {}))
         out << '\n' << heard;
     return out.str();
@@ -482,16 +309,15 @@ LRESULT CALLBACK Stage::listen(HWND window, UINT message, WPARAM wp, LPARAM lp, 
 }
 
 void Stage::hear(UINT message, WPARAM wp, LPARAM lp) {
-    const int sender = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
     if (message == WM_COMMAND) {
         heard_.push_back(command(LOWORD(wp), HIWORD(wp)));
     } else if (message == WM_HSCROLL || message == WM_VSCROLL) {
+        const int sender = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
         heard_.push_back(scrolled(message, sender, LOWORD(wp), HIWORD(wp)));
     } else if (message == WM_NOTIFY) {
         const auto& header = *reinterpret_cast<const NMHDR*>(lp);
-        if (header.code == NM_CUSTOMDRAW)
-            return;
-        heard_.push_back(notified(static_cast<int>(header.idFrom), header.code));
+        if (header.code != NM_CUSTOMDRAW)
+            heard_.push_back(notified(static_cast<int>(header.idFrom), header.code));
     } else if (message < WM_CTLCOLORMSGBOX || message > WM_CTLCOLORSTATIC) {
         return;
     }

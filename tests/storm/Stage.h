@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <random>
@@ -13,15 +12,19 @@
 
 namespace QkDlgTest {
 
-/// Random numbers that are the same wherever the storm is repeated.
+/// Random numbers that are the same wherever a storm is repeated.
 class Dice {
 public:
     explicit Dice(std::uint64_t seed) : engine_(seed) {}
     /// 0 to `sides` - 1
     [[nodiscard]] int roll(int sides) {
-        return static_cast<int>(engine_() % static_cast<std::uint64_t>(sides));
+        return static_cast<int>(engine_() % static_cast<unsigned>(sides));
     }
     [[nodiscard]] bool oneIn(int sides) { return roll(sides) == 0; }
+    template <typename List>
+    [[nodiscard]] auto& one(List& list) {
+        return list[static_cast<std::size_t>(roll(static_cast<int>(std::size(list))))];
+    }
 
 private:
     std::mt19937_64 engine_;
@@ -39,28 +42,31 @@ enum Family : unsigned {
     kSlider = 128,
     kListView = 256,
     kListBox = 512,
-    kAny = ~0U,
+    kAny = 1023
 };
 
-/// Where a flat control differs from a plain one on purpose; docs/controls.md has the reasons.
+/// Where a flat control differs from a plain one on purpose (docs/controls.md has the reasons), and
+/// where the system's own would make the twins differ. Messages about it are not compared.
 enum Difference : unsigned {
-    kOwnMouse = 1,      ///< answers the mouse by itself
-    kOwnKeys = 2,       ///< answers the keyboard by itself
-    kOwnText = 4,       ///< sets its text
-    kOwnPlace = 8,      ///< sets its size
-    kOwnMask = 16,      ///< masks its text
-    kOwnScrolling = 32  ///< keeps position and range by itself
+    kMouse = 1,   ///< answers the mouse itself, or its parts stand elsewhere
+    kKeys = 2,    ///< answers the keyboard itself
+    kText = 4,    ///< sets its text
+    kPlace = 8,   ///< sets its size
+    kMask = 16,   ///< masks its text
+    kRange = 32,  ///< keeps position and range itself
+    kFree = 64    ///< in no storm with a twin
 };
 
 struct Kind {
     const char* name;
     const wchar_t* windowClass;
-    std::vector<DWORD> styles;
-    DWORD toggledStyles;  ///< one of these is switched now and then
     unsigned family;
-    unsigned differences;
-    DWORD ownStyle;  ///< style bits that the library sets as it needs them
     std::unique_ptr<QkDlg::QkCustomControl> (*make)(UINT id);  ///< null: a scroll bar holder
+    DWORD style;
+    DWORD otherStyle;
+    DWORD toggled = 0;  ///< style bits that are switched now and then
+    unsigned differences = 0;
+    DWORD ownStyle = 0;  ///< style bits that the library sets as it needs them
 };
 
 [[nodiscard]] const std::vector<Kind>& kinds();
@@ -71,29 +77,31 @@ struct Actor {
     int id = 0;
     DWORD style = 0;
     HWND window = nullptr;
-    std::unique_ptr<QkDlg::QkCustomControl> control;
-    std::unique_ptr<QkDlg::ScrollbarHolder> holder;
+    std::unique_ptr<QkDlg::QkCustomControl> control{};
+    std::unique_ptr<QkDlg::ScrollbarHolder> holder{};
 };
 
-/// A dialog with controls that a storm goes over. The same numbers give the same plain dialog, the
-/// twin: it has the same windows, and nothing of the library.
+/// How a stage is filled: with flat controls, with their plain twins, or by the conversion of
+/// QkXDlg.
+enum class Play { Flat, Plain, Converted };
+
+/// A dialog with controls that a storm goes over. The same numbers give the same windows, whatever
+/// the play.
 class Stage {
 public:
-    enum class Play { Flat, Plain, Converted };
-
-    Stage(Play play, bool visible, const std::vector<const Kind*>& cast, Dice& dice);
+    Stage(Play play, bool onScreen, const std::vector<const Kind*>& cast, Dice& dice);
     ~Stage();
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
 
     [[nodiscard]] HWND host() const { return host_; }
     [[nodiscard]] std::vector<Actor>& actors() { return actors_; }
-    /// Whether this play has objects that may be deleted and made again.
-    [[nodiscard]] bool hasObjects() const { return play_ == Play::Flat; }
 
+    /// A new window in place of the old one, if any.
     void createWindow(Actor& actor);
+    /// A new object; one whose window is gone is bound again. Only in the flat play, like its end.
     void makeFlat(Actor& actor);
-    static void makePlain(Actor& actor);
+    void makePlain(Actor& actor);
     /// Ends windows and objects in a random order.
     void end(Dice& dice);
 
