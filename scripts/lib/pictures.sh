@@ -16,7 +16,7 @@ windows_path() { printf 'Z:%s' "${1//\//\\}"; }
 run_quietly() {
     local log=$1 what=$2
     shift 2
-    run_logged "$log" "$what" timeout 300 wine "$BIN/$1" "${@:2}"
+    run_logged "$log" "$what" on_one_core timeout 300 wine "$BIN/$1" "${@:2}"
 }
 
 # The names of the pictures that the documents show, without ".png".

@@ -19,10 +19,10 @@ constexpr int kPointsPerInch = 72;
 // Waits in a row in which nothing comes: longer than the ticks of a fade are apart, and longer
 // still on a busy machine.
 constexpr DWORD kWait = 5;
-constexpr int kMouseWaits = 8;
+constexpr int kMouseWaits = 5;
 constexpr int kWaits = 1;
 // A press that is held repeats for ever.
-constexpr ULONGLONG kPatience = 300;
+constexpr ULONGLONG kPatience = 150;
 constexpr int kFadeTicks = 12;
 constexpr UINT kSystemTimer = 0x118;
 constexpr int kWhole = 100;
@@ -159,7 +159,7 @@ void Stage::bringInto(const Column& column) {
         case State::Hot: moveMouse(column.mouse); break;
         case State::Pressed:
             moveMouse(column.mouse);
-            settle(kMouseWaits);
+            settle(kWaits);
             sendButton(MOUSEEVENTF_LEFTDOWN);
             pressed_ = true;
             break;
