@@ -18,8 +18,24 @@ struct CachedFont {
     UniqueFont font;
 };
 
+/// What was asked for last, before substitution: most often the same is asked for again.
+struct LastFont {
+    std::wstring face;
+    int size = 0;
+    int weight = 0;
+    int style = 0;
+    HFONT font = nullptr;
+
+    [[nodiscard]] bool answers(int askedSize, const std::wstring& askedFace, int askedWeight,
+                               int askedStyle) const {
+        return font && size == askedSize && weight == askedWeight && style == askedStyle &&
+               face == askedFace;
+    }
+};
+
 struct FontCache {
     std::map<std::wstring, CachedFont> fonts;
+    LastFont last;
     FontSubstitutions substitutions;
     std::wstring defaultFace;
     int defaultSize = 0;
@@ -51,10 +67,7 @@ UniqueFont makeFont(const FontDescription& wanted) {
     return UniqueFont(CreateFontIndirectW(&log));
 }
 
-}  // namespace
-
-HFONT GetFont(int size, const std::wstring& face, int weight, int style) {
-    FontCache& cache = filledCache();
+HFONT cachedFont(FontCache& cache, int size, const std::wstring& face, int weight, int style) {
     const FontDescription asked{face.empty() ? cache.defaultFace : face,
                                 size == 0 ? cache.defaultSize : size, weight, style};
     const FontDescription wanted = cache.substitutions.apply(asked);
@@ -67,12 +80,25 @@ HFONT GetFont(int size, const std::wstring& face, int weight, int style) {
     return cache.fonts.emplace(key, CachedFont{wanted, std::move(font)}).first->second.font.get();
 }
 
+}  // namespace
+
+HFONT GetFont(int size, const std::wstring& face, int weight, int style) {
+    FontCache& cache = filledCache();
+    if (cache.last.answers(size, face, weight, style))
+        return cache.last.font;
+    const HFONT font = cachedFont(cache, size, face, weight, style);
+    cache.last = {face, size, weight, style, font};
+    return font;
+}
+
 void AddFontSubstitution(const std::wstring& face, const std::wstring& substFace) {
+    filledCache().last = {};
     filledCache().substitutions.add(face, substFace);
 }
 
 void AddFontSubstitution(const std::wstring& face, int size, const std::wstring& substFace,
                          int substSize) {
+    filledCache().last = {};
     filledCache().substitutions.add(face, size, substFace, substSize);
 }
 

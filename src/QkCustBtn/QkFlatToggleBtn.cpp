@@ -284,8 +284,8 @@ void QkFlatToggleBtn::Attach(HWND hwnd) {
     ResetEffects();
     m_nDragX = -1;
     ResizeToSwitch();
-    installSubclass(hwnd, ToggleProc, *this);
     SetCaption(IsChecked());
+    installSubclass(hwnd, ToggleProc, *this);
     Refresh();
 }
 

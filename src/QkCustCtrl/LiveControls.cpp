@@ -2,8 +2,8 @@
 
 #include <unordered_set>
 
-#include "QkUtil/Bitmaps.h"
 #include "QkUtil/Canvas.h"
+#include "QkUtil/SpareDc.h"
 
 namespace QkDlg {
 
@@ -27,7 +27,7 @@ void LiveControls::remove(const QkCustomControl& control) {
         return;
     // Nobody is left to paint: a host without flat controls has none of their GDI objects either.
     Canvas::freeKept();
-    freeKeptPictureDc();
+    SpareDc::freeKept();
 }
 
 QkCustomControl* LiveControls::find(DWORD_PTR referenceData) {

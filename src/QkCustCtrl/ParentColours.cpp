@@ -12,14 +12,16 @@ namespace QkDlg {
 namespace {
 
 struct Coloured {
-    QkCustomControl* control;
+    const QkCustomControl* control;
     GroundListener listener;
 };
 
-/// Who colours which window, and which parents are being destroyed. Asked at every paint, so not
-/// kept in window properties, which cost more.
+/// Who colours which window, the parents that have the procedure below, and those of them that are
+/// being destroyed. Asked at every paint of a label or an edit, so not kept in window properties,
+/// which cost more.
 struct Colouring {
     std::unordered_map<HWND, Coloured> byWindow;
+    std::unordered_set<HWND> parents;
     std::unordered_set<HWND> goingParents;
 };
 
@@ -77,6 +79,7 @@ LRESULT CALLBACK parentProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam, UI
         colouring().goingParents.insert(hwnd);
     if (id == WM_NCDESTROY) {
         colouring().goingParents.erase(hwnd);
+        colouring().parents.erase(hwnd);
         RemoveWindowSubclass(hwnd, parentProc, subclassId);
     }
     return asksColour(id) ? answerColour(message) : message.passOn();
@@ -89,13 +92,18 @@ void answerColoursForParent(QkCustomControl& control, GroundListener listener) {
     const HWND parent = GetParent(hwnd);
     if (!parent)
         return;
-    pinOwnModule();
     colouring().byWindow.insert_or_assign(hwnd, Coloured{&control, listener});
-    SetWindowSubclass(parent, parentProc, kSubclassId, 0);
+    if (colouring().parents.contains(parent))
+        return;
+    pinOwnModule();
+    if (SetWindowSubclass(parent, parentProc, kSubclassId, 0))
+        colouring().parents.insert(parent);
 }
 
-void leaveColoursToParent(HWND hwnd) {
-    colouring().byWindow.erase(hwnd);
+void stopAnsweringColours(const QkCustomControl& control) {
+    const auto found = colouring().byWindow.find(control.GetWindow());
+    if (found != colouring().byWindow.end() && found->second.control == &control)
+        colouring().byWindow.erase(found);
 }
 
 bool isParentGoing(HWND parent) {

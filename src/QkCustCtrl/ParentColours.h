@@ -14,8 +14,8 @@ using GroundListener = void (*)(QkCustomControl& control, HDC hdc, HBRUSH brush)
 /// for it. A parent's own answer stands.
 void answerColoursForParent(QkCustomControl& control, GroundListener listener = nullptr);
 
-/// The end of that for a window: its parent is left alone with the question.
-void leaveColoursToParent(HWND hwnd);
+/// The control or its binding to its window ends; nothing where it never answered.
+void stopAnsweringColours(const QkCustomControl& control);
 
 /// Whether a parent of such windows is being destroyed, and with it all its children.
 [[nodiscard]] bool isParentGoing(HWND parent);

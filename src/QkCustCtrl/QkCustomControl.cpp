@@ -56,13 +56,14 @@ QkCustomControl::QkCustomControl(UINT id, const UINT32* imageIds, std::wstring_v
 }
 
 QkCustomControl::~QkCustomControl() {
-    leaveColoursToParent(m_hWnd);
+    stopAnsweringColours(*this);
     LiveControls::remove(*this);
 }
 
 void QkCustomControl::OnReserved1() {}
 
 void QkCustomControl::Attach(HWND hwnd) {
+    stopAnsweringColours(*this);
     m_hWnd = hwnd;
     m_standardProc = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(hwnd, GWLP_WNDPROC));
     // An object may be bound again: nothing is left of the last window's mouse.
@@ -180,7 +181,7 @@ void QkCustomControl::CalcFocusRect() {
 }
 
 void QkCustomControl::Detach() {
-    leaveColoursToParent(m_hWnd);
+    stopAnsweringColours(*this);
     m_hWnd = nullptr;
 }
 

@@ -10,7 +10,7 @@
 #include "QkUtil/Canvas.h"
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
-#include "QkUtil/WindowText.h"
+#include "QkUtil/SpareDc.h"
 
 namespace QkDlg {
 
@@ -116,7 +116,7 @@ bool QkFlatStaticText::DrawsItself() const {
 void QkFlatStaticText::PaintDisabled(HDC hdc) {
     const HWND label = m_hWnd;
     RECT client = clientRect(label);
-    const std::wstring text = windowText(label);
+    const std::wstring text = GetText();
     const UINT format = textFormat(label).value_or(0) | (TextFlags(text) & DT_HIDEPREFIX);
     // The host answers, and may end the label: the object is not touched any more.
     const LRESULT ground =
@@ -144,7 +144,7 @@ void QkFlatStaticText::FitText(const std::wstring& text) {
         return;
     RECT window{};
     GetWindowRect(m_hWnd, &window);
-    const WindowDc dc(m_hWnd);
+    const SpareDc dc;
     const auto measure = [&](int pointSize) {
         // The lowered size stays for the texts to come.
         if (pointSize != m_nFontSize) {
@@ -211,7 +211,7 @@ void QkFlatStaticText::Attach(HWND hwnd) {
     QkCustomControl::Attach(hwnd);
     SetWindowLongPtrW(hwnd, GWL_EXSTYLE, GetWindowLongPtrW(hwnd, GWL_EXSTYLE) | WS_EX_TRANSPARENT);
     UseFont();
-    FitText(windowText(hwnd));
+    FitText(GetText());
     installSubclass(hwnd, staticTextProc, *this);
     answerColoursForParent(*this);
     repaintWithGround(hwnd);

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "QkDlg/UiColors.h"
 #include "QkUtil/PixelMath.h"
+#include "QkUtil/SpareDc.h"
 #include "lib/AssertReport.h"
 
 namespace QkDlg {
@@ -71,35 +71,6 @@ void changePixels(HBITMAP bitmap, Change change) {
         std::ranges::transform(pixels, pixels.begin(), change);
 }
 
-/// The DC that waits for the next picture, if any.
-MemoryDc& keptPictureDc() {
-    // Never destroyed: when the process ends, GDI may be gone before this module.
-    static auto& dc = *new MemoryDc;
-    return dc;
-}
-
-/// A DC to copy a picture from. Making one costs more than drawing a small picture, so one picture
-/// after the other uses the same.
-class PictureDc {
-public:
-    explicit PictureDc(HDC target)
-        : m_dc(keptPictureDc() ? std::move(keptPictureDc())
-                               : MemoryDc(CreateCompatibleDC(target))) {}
-    ~PictureDc() {
-        if (!keptPictureDc())
-            keptPictureDc() = std::move(m_dc);
-    }
-    PictureDc(const PictureDc&) = delete;
-    PictureDc& operator=(const PictureDc&) = delete;
-    PictureDc(PictureDc&&) = delete;
-    PictureDc& operator=(PictureDc&&) = delete;
-
-    [[nodiscard]] HDC get() const { return m_dc.get(); }
-
-private:
-    MemoryDc m_dc;
-};
-
 /// A mirrored DC made left-to-right for one picture: GDI would flip the picture as well as its
 /// place, and an arrow or a check mark reads the same in every language.
 class UnmirroredPlace {
@@ -157,10 +128,9 @@ void DrawBitmap(HDC hdc, HBITMAP bitmap, int x, int y) {
 }
 
 void copyBitmap(HDC hdc, HBITMAP bitmap, int x, int y) {
-    const PictureDc source(hdc);
+    const SpareDc source;
     if (!source.get())
         return;
-    SetLayout(source.get(), 0);
     const Size size = bitmapSize(bitmap);
     const Selection selected(source.get(), bitmap);
     const UnmirroredPlace place(hdc, x, y, size.width);
@@ -176,10 +146,9 @@ void putOnWhite(HBITMAP bitmap) {
 }
 
 void AlphaBlendBitmap(HDC hdc, HBITMAP bitmap, int x, int y, int width, int height) {
-    const PictureDc source(hdc);
+    const SpareDc source;
     if (!source.get())
         return;
-    SetLayout(source.get(), 0);
     const Selection selected(source.get(), bitmap);
     const UnmirroredPlace place(hdc, x, y, width);
     const BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
@@ -199,10 +168,6 @@ void PrepareGlyphForState(HBITMAP bitmap, bool enabled) {
 void greyPicture(HBITMAP bitmap) {
     if (bitmap && headerOf(bitmap).bmBitsPixel == kAlphaBits)
         changePixels(bitmap, greyed);
-}
-
-void freeKeptPictureDc() {
-    keptPictureDc().reset();
 }
 
 }  // namespace QkDlg

@@ -34,7 +34,4 @@ void PrepareGlyphForState(HBITMAP bitmap, bool enabled);
 /// Makes a 32-bit picture look disabled, in place.
 void greyPicture(HBITMAP bitmap);
 
-/// Frees the DC that drawing a bitmap keeps for the next one.
-void freeKeptPictureDc();
-
 }  // namespace QkDlg
