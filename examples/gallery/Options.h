@@ -13,8 +13,8 @@ struct Options {
     bool plain = false;
     bool rightToLeft = false;
     bool everyStep = false;  // what is painted shows after each message
-    std::wstring page;  // empty: the first one
-    std::wstring png;   // empty: no picture, the window stays
+    std::wstring page;       // empty: the first one
+    std::wstring png;        // empty: no picture, the window stays
     Pointer pointer = Pointer::None;
     int pointerId = 0;
 };
