@@ -7,7 +7,6 @@
 #include <iterator>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace ScreenTest {
@@ -73,27 +72,8 @@ void dyePicture(std::vector<char>& file, std::size_t place) {
     }
 }
 
-/// The colours of borders in the theme's description, three numbers each.
-void dyeColours(std::vector<char>& file, std::wstring_view name) {
-    const auto bytesOf = [](std::wstring_view text) {
-        return std::string_view(reinterpret_cast<const char*>(text.data()), text.size() * 2);
-    };
-    constexpr std::wstring_view kNumbers = L"255 000 200";
-    const std::string_view key = bytesOf(name);
-    for (auto at = file.begin();; ++at) {
-        at = std::search(at, file.end(), key.begin(), key.end());
-        if (file.end() - at < static_cast<std::ptrdiff_t>(key.size() + kNumbers.size() * 2 + 2))
-            return;
-        std::array<wchar_t, kNumbers.size() + 1> old{};
-        const auto numbers = at + static_cast<std::ptrdiff_t>(key.size());
-        std::memcpy(old.data(), &*numbers, sizeof old);
-        // Only where the new numbers have room.
-        if (old[3] == L' ' && old[7] == L' ' && old.back() == L'\r')
-            std::ranges::copy(bytesOf(kNumbers), numbers);
-    }
-}
-
-/// A dyed copy of a theme. Only where the system takes themes that nobody signed, as Wine does.
+/// A dyed copy of a theme. Its borders of one line, which lists keep, are no pictures. Only where
+/// the system takes themes that nobody signed, as Wine does.
 std::wstring dyedTheme(const std::filesystem::path& theme) {
     std::ifstream in(theme, std::ios::binary);
     std::vector<char> file{std::istreambuf_iterator<char>(in), {}};
@@ -101,7 +81,6 @@ std::wstring dyedTheme(const std::filesystem::path& theme) {
         if (file[at] == sizeof(BITMAPV5HEADER) && file[at + 1] == 0)
             dyePicture(file, at);
     }
-    dyeColours(file, L"BorderColor = ");
     const auto copy = theme.parent_path() / L"dyed.msstyles";
     std::ofstream(copy, std::ios::binary)
         .write(file.data(), static_cast<std::streamsize>(file.size()));

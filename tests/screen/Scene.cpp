@@ -47,8 +47,8 @@ bool Scene::update() {
     // From the top down: the lower ones are painted first below.
     std::vector<HWND> windows;
     EnumWindows(&onTopLevel, reinterpret_cast<LPARAM>(&windows));
-    for (auto below = windows.rbegin(); below != windows.rend(); ++below) {
-        HWND window = *below;
+    const std::vector<HWND> upwards(windows.rbegin(), windows.rend());
+    for (HWND window : upwards) {
         const WINDOWINFO info = infoOf(window);
         fill(info.rcWindow, 0);
         DWORD process = 0;

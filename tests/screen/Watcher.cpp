@@ -158,16 +158,20 @@ void Watcher::judgeInk(const Scene::Control& control) {
     ink = {false, 0, {}};
 }
 
+// Two pixels wide and high at least: the line around a list is the system's, and so thin.
 std::optional<RECT> Watcher::dyed() const {
     RECT box{};
     int count = 0;
-    for (std::size_t i = 0; i < frame_.pixels.size(); ++i) {
-        if (frame_.pixels[i] != kDyedPixel || !scene_.isJudged(i))
+    const auto width = static_cast<std::size_t>(frame_.width());
+    const auto& pixels = frame_.pixels;
+    for (std::size_t i = width + 1; i < pixels.size(); ++i) {
+        if (pixels[i] != kDyedPixel || pixels[i - 1] != kDyedPixel ||
+            pixels[i - width] != kDyedPixel || pixels[i - width - 1] != kDyedPixel ||
+            !scene_.isJudged(i))
             continue;
         ++count;
-        const auto at = static_cast<LONG>(i);
-        include(box, frame_.place.left + at % frame_.width(),
-                frame_.place.top + at / frame_.width());
+        include(box, frame_.place.left + static_cast<LONG>(i % width),
+                frame_.place.top + static_cast<LONG>(i / width));
     }
     return count < kFewestDyed ? std::nullopt : std::optional(box);
 }

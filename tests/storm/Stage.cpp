@@ -42,6 +42,8 @@ constexpr DWORD kList = WS_VSCROLL | LBS_NOTIFY;
 constexpr unsigned kOwn = kMouse | kKeys | kRange;
 // Wine's scroll bar switches itself on when it is set to something.
 constexpr DWORD kSwitchedOn = WS_DISABLED;
+// Rows of flat lists are higher, and so the bars come and go with other items.
+constexpr DWORD kBars = WS_CLIPSIBLINGS | WS_VSCROLL | WS_HSCROLL;
 
 /// What is asked of all windows of a family.
 struct Query {
@@ -185,9 +187,9 @@ const std::vector<Kind>& kinds() {
         {"slider-h", WC_STATICW, kSlider, bar<QkFlatSlider, false>, SS_LEFT, SS_NOTIFY, 0, kOwn},
         {"list", WC_LISTVIEWW, kListView, ofClass<QkFlatListView>, LVS_REPORT,
          LVS_REPORT | LVS_SINGLESEL | LVS_EDITLABELS, LVS_SHOWSELALWAYS | LVS_NOCOLUMNHEADER,
-         kMouse | kKeys, WS_CLIPSIBLINGS},
+         kMouse | kKeys, kBars},
         {"icons", WC_LISTVIEWW, kListView, ofClass<QkFlatListView>, LVS_ICON, LVS_LIST,
-         LVS_SHOWSELALWAYS, kMouse | kKeys, WS_CLIPSIBLINGS},
+         LVS_SHOWSELALWAYS, kMouse | kKeys, kBars},
         {"held-edit", WC_EDITW, kEdit, nullptr, kLine | kLines | WS_HSCROLL,
          kLine | kLines | WS_BORDER, WS_VSCROLL, kMouse, WS_CLIPSIBLINGS | WS_BORDER},
         {"held-box", WC_LISTBOXW, kListBox, nullptr, kList, kList | WS_HSCROLL | WS_BORDER, 0, 0,
