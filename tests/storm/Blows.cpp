@@ -347,7 +347,9 @@ const std::vector<Blows::Deed>& Blows::deeds() {
              const auto flags = static_cast<UINT>(b.dice_.roll(16));  // SWP_NOSIZE to SWP_NOREDRAW
              SetWindowPos(a.window, HWND_TOP, at, at, width, height, flags | SWP_NOACTIVATE);
          }},
-        {"SetFocus", kAny, 0, 1, [](Blows&, Actor& a) { SetFocus(a.window); }},
+        // A scroll bar that switched itself off or on takes it or not.
+        {"SetFocus", kAny & ~kScroll, 0, 1, [](Blows&, Actor& a) { SetFocus(a.window); }},
+        {"SetFocus", kScroll, kRange, 1, [](Blows&, Actor& a) { SetFocus(a.window); }},
         {"style", kAny, 0, 1,
          [](Blows& b, Actor& a) {
              const DWORD change =

@@ -188,7 +188,7 @@ const std::vector<Kind>& kinds() {
         {"list", WC_LISTVIEWW, kListView, ofClass<QkFlatListView>, LVS_REPORT,
          LVS_REPORT | LVS_SINGLESEL | LVS_EDITLABELS, LVS_SHOWSELALWAYS | LVS_NOCOLUMNHEADER,
          kMouse | kKeys, kBars},
-        {"icons", WC_LISTVIEWW, kListView, ofClass<QkFlatListView>, LVS_ICON, LVS_LIST,
+        {"icons", WC_LISTVIEWW, kListView, ofClass<QkFlatListView>, LVS_ICON, LVS_SMALLICON,
          LVS_SHOWSELALWAYS, kMouse | kKeys, kBars},
         {"held-edit", WC_EDITW, kEdit, nullptr, kLine | kLines | WS_HSCROLL,
          kLine | kLines | WS_BORDER, WS_VSCROLL, kMouse, WS_CLIPSIBLINGS | WS_BORDER},
