@@ -126,13 +126,12 @@ Score watchPage(const Options& options, const std::wstring& page, const Screen& 
     const Gallery gallery(L" --page " + page + options.arguments);
     if (!gallery.window())
         return {0, 0, 1};
+    Session session(gallery.process(), gallery.window(), screen, report, options.seed);
+    // A window that has just come shows what the system likes until it is painted.
     pause(kSecond);
+    session.waitForPaint();
     Watcher watcher(gallery.process(), screen, watchedPlace(gallery.window()), report);
-    bool stayed = false;
-    {
-        Session session(gallery.process(), gallery.window(), screen, report, options.seed);
-        stayed = session.play(options.seconds * kSecond);
-    }
+    const bool stayed = session.play(options.seconds * kSecond);
     Score score = watcher.stop();
     if (!stayed) {
         printOut(L"  " + page + L": the gallery ended by itself\n");

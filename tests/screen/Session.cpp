@@ -124,7 +124,6 @@ Session::~Session() {
     DestroyWindow(cover_);
 }
 
-// Until no window of the program has anything left to paint.
 void Session::waitForPaint() {
     const auto find = [](HWND window, LPARAM found) -> BOOL {
         *reinterpret_cast<bool*>(found) |= GetUpdateRect(window, nullptr, FALSE) != FALSE;
@@ -133,6 +132,7 @@ void Session::waitForPaint() {
     const ULONGLONG end = GetTickCount64() + kPaintTime;
     for (bool unpainted = true; unpainted && GetTickCount64() < end; pause(kShort)) {
         unpainted = false;
+        find(main_, reinterpret_cast<LPARAM>(&unpainted));
         EnumChildWindows(main_, find, reinterpret_cast<LPARAM>(&unpainted));
     }
 }

@@ -19,6 +19,8 @@ public:
 
     /// One act after another until the time is over. False when the program has ended.
     bool play(int milliseconds);
+    /// Until no window of the program has anything left to paint.
+    void waitForPaint();
 
 private:
     void actOnce();
@@ -42,7 +44,6 @@ private:
     void repaintAll();
     void closeTopDialog();
     void hold();
-    void waitForPaint();
 
     [[nodiscard]] bool movesByItself(POINT point, const Frame& earlier, const Frame& later) const;
     [[nodiscard]] RECT difference(const Frame& earlier, const Frame& before,
