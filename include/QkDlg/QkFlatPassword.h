@@ -51,6 +51,7 @@ private:
 
     void CreateEye();
     void DestroyHelpers();
+    void LeaveWindow();
 
     void PaintEye(HDC hdc);
     void PaintEyeNow();

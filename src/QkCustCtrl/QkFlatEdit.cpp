@@ -261,7 +261,8 @@ LRESULT QkFlatEdit::HandleCommon(const Message& message) {
             InflateRect(reinterpret_cast<RECT*>(message.lParam), -m_margin, -m_margin);
             break;
         case WM_NCPAINT: {
-            const LRESULT result = message.passOn();
+            // Beside the margin there may be scroll bars.
+            const LRESULT result = isAllClient(message.hwnd, m_margin) ? 0 : message.passOn();
             if (!IsBound(this, message.hwnd))
                 return result;
             // Within a paint the margin follows.
@@ -464,6 +465,9 @@ void QkFlatEdit::DestroyFrame() {
 }
 
 void QkFlatEdit::Attach(HWND hwnd) {
+    // An object may be bound again while its last window lives.
+    DestroyFrame();
+    Release();
     Prepare(hwnd);
     CreateFrame(false);
     installSubclass(hwnd, EditProc, *this);

@@ -57,6 +57,10 @@ void setMask(HWND edit, bool masked) {
 QkFlatPassword::QkFlatPassword(UINT id, std::wstring_view cueText) : QkFlatEdit(id, cueText) {}
 
 QkFlatPassword::~QkFlatPassword() {
+    LeaveWindow();
+}
+
+void QkFlatPassword::LeaveWindow() {
     // Nobody could mask a revealed text any more. One that was shown for good stays shown.
     const bool masks = m_hWnd && m_revealed && m_eyeEnabled;
     m_eyeEnabled = false;
@@ -377,6 +381,7 @@ void QkFlatPassword::DestroyHelpers() {
 }
 
 void QkFlatPassword::Attach(HWND hwnd) {
+    LeaveWindow();
     m_revealed = false;
     m_refocusPending = false;
     m_eyeEnabled = true;

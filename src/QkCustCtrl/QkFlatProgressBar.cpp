@@ -24,6 +24,9 @@ QkFlatProgressBar::QkFlatProgressBar(UINT id) : QkCustomControl(id, nullptr, {},
 
 QkFlatProgressBar::~QkFlatProgressBar() {
     EndMarquee();
+    // A window that is still there goes on with its standard look.
+    if (m_hWnd)
+        InvalidateRect(m_hWnd, nullptr, TRUE);
 }
 
 bool QkFlatProgressBar::HasStyle(LONG_PTR style) const {

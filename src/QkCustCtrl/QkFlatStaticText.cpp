@@ -189,6 +189,10 @@ LRESULT CALLBACK staticTextProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam
         case WM_UPDATEUISTATE:
         case STM_SETICON:
         case STM_SETIMAGE: return passOnThenRepaint(message);
+        // The standard control paints its ground along with its text, too, and passing a message
+        // on has its price.
+        case WM_ERASEBKGND: return 1;
+        case WM_NCPAINT: return isAllClient(hwnd) ? 0 : message.passOn();
         // Disabled text is drawn by the standard control in the system's grey, whatever colour it
         // is told, and so it would differ from all other flat controls.
         case WM_PAINT:

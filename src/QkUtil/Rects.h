@@ -28,4 +28,14 @@ inline RECT windowRectIn(HWND hwnd, HWND of) {
     return rect;
 }
 
+/// Whether nothing of a window lies outside its client area but an even margin. Without one,
+/// WM_NCPAINT has nothing to draw.
+inline bool isAllClient(HWND hwnd, int margin = 0) {
+    RECT window{};
+    GetWindowRect(hwnd, &window);
+    const RECT client = clientRect(hwnd);
+    return client.right + 2 * margin == window.right - window.left &&
+           client.bottom + 2 * margin == window.bottom - window.top;
+}
+
 }  // namespace QkDlg
