@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <compare>
 #include <cstdint>
 
 namespace QkDlg {
@@ -47,7 +46,8 @@ private:
         std::array<std::uint32_t, 25> ids{};
         std::uint32_t count = 0;  ///< of images
 
-        auto operator<=>(const Slots&) const = default;
+        /// The ids tell their count.
+        bool operator<(const Slots& other) const { return ids < other.ids; }
     };
 
     explicit ImageIdList(const Slots& slots);
