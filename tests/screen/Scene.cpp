@@ -10,6 +10,11 @@ namespace ScreenTest {
 
 namespace {
 
+BOOL CALLBACK noteUnpainted(HWND window, LPARAM found) {
+    *reinterpret_cast<bool*>(found) |= GetUpdateRect(window, nullptr, FALSE) != FALSE;
+    return TRUE;
+}
+
 constexpr const wchar_t* kDialogClass = L"#32770";
 constexpr ULONGLONG kSettleTime = 500;
 // A look that comes late has not seen what happened in between.
@@ -81,20 +86,18 @@ bool Scene::update() {
     return children_ != before;
 }
 
+bool hasUnpainted(HWND dialog) {
+    bool found = false;
+    noteUnpainted(dialog, reinterpret_cast<LPARAM>(&found));
+    EnumChildWindows(dialog, noteUnpainted, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
 // Stands still while the program has something left to paint.
 void Scene::advanceClock() {
     ++round_;
     const ULONGLONG elapsed = GetTickCount64() - std::exchange(looked_, GetTickCount64());
-    const auto find = [](HWND window, LPARAM found) -> BOOL {
-        *reinterpret_cast<bool*>(found) |= GetUpdateRect(window, nullptr, FALSE) != FALSE;
-        return TRUE;
-    };
-    bool unpainted = false;
-    for (HWND dialog : dialogs_) {
-        find(dialog, reinterpret_cast<LPARAM>(&unpainted));
-        EnumChildWindows(dialog, find, reinterpret_cast<LPARAM>(&unpainted));
-    }
-    if (!unpainted)
+    if (std::ranges::none_of(dialogs_, hasUnpainted))
         now_ += std::min(elapsed, kLongestStep);
 }
 

@@ -9,6 +9,9 @@
 
 namespace ScreenTest {
 
+/// Whether a window or one of its children still has something to paint.
+[[nodiscard]] bool hasUnpainted(HWND dialog);
+
 /// What stands where in the watched program, asked for from outside.
 class Scene {
 public:

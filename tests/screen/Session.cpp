@@ -125,16 +125,10 @@ Session::~Session() {
 }
 
 void Session::waitForPaint() {
-    const auto find = [](HWND window, LPARAM found) -> BOOL {
-        *reinterpret_cast<bool*>(found) |= GetUpdateRect(window, nullptr, FALSE) != FALSE;
-        return TRUE;
-    };
     const ULONGLONG end = GetTickCount64() + kPaintTime;
-    for (bool unpainted = true; unpainted && GetTickCount64() < end; pause(kShort)) {
-        unpainted = false;
-        find(main_, reinterpret_cast<LPARAM>(&unpainted));
-        EnumChildWindows(main_, find, reinterpret_cast<LPARAM>(&unpainted));
-    }
+    do {
+        pause(kShort);
+    } while (hasUnpainted(main_) && GetTickCount64() < end);
 }
 
 // What changes stays until the watcher, too, knows where the windows are.
