@@ -27,7 +27,8 @@ check_files() {
     local file name total=0 bytes
     for file in "$PICTURES"/*; do
         name=$(basename -- "$file" .png)
-        [[ " ${names[*]} " == *" $name "* ]] || fault "$name.png is shown by no document"
+        [[ " ${names[*]} ${PLOTS[*]} " == *" $name "* ]] ||
+            fault "$name.png is shown by no document"
         bytes=$(stat --format=%s -- "$file")
         ((bytes <= MAX_PICTURE_BYTES)) || fault "$name.png has $bytes bytes"
         ((total += bytes)) || true

@@ -9,6 +9,9 @@ BIN=$BUILD/mingw64/bin
 GALLERY_PAGES=(push toggles switches compound labels edits passwords combos list columns rows
     scrollbars holders dialog)
 
+# Plots of measurements, which differ from run to run: scripts/bench.sh draws them.
+PLOTS=(growth)
+
 # As a Windows program knows a path of this machine.
 windows_path() { printf 'Z:%s' "${1//\//\\}"; }
 
@@ -19,13 +22,13 @@ run_quietly() {
     run_logged "$log" "$what" on_one_core timeout 300 wine "$BIN/$1" "${@:2}"
 }
 
-# The names of the pictures that the documents show, without ".png".
+# The names of the pictures that the documents show, without ".png", plots left out.
 shown_pictures() {
     cd "$ROOT" || exit
     git ls-files --cached --others --exclude-standard -- '*.md' |
         while IFS= read -r document; do
             [[ ! -f $document ]] || grep -o 'pictures/[A-Za-z0-9_-]*\.png' -- "$document" || true
-        done | sed 's|.*/||; s|\.png$||' | sort -u
+        done | sed 's|.*/||; s|\.png$||' | sort -u | grep -vxF "$(printf '%s\n' "${PLOTS[@]}")"
 }
 
 build_picture_programs() {
