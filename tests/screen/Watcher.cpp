@@ -89,6 +89,7 @@ Score Watcher::stop() {
     if (thread_.joinable())
         thread_.join();
     score_.wrong = report_.wrong();
+    score_.flashes = report_.flashes();
     return score_;
 }
 
@@ -152,9 +153,11 @@ void Watcher::judgeInk(const Scene::Control& control) {
         return;
     }
     const bool flashed = ink.since != 0 && now - ink.since < kFlashTime;
-    if (flashed && IsWindowVisible(control.window) && !mayBeEmpty(control.window))
+    if (flashed && IsWindowVisible(control.window) && !mayBeEmpty(control.window)) {
         report_.add(L"empty for a moment", ink.frame, control.place,
                     scene_.nameAt({control.place.left, control.place.top}));
+        report_.wasFlash();
+    }
     ink = {false, 0, {}};
 }
 

@@ -15,6 +15,7 @@ struct Score {
     int seen = 0;     ///< frames read
     int changed = 0;  ///< of these, the ones that differ from their predecessor
     int wrong = 0;
+    int flashes = 0;  ///< of the wrong ones, controls that were empty for a moment
 };
 
 /// Names and counts what is wrong, and keeps pictures of it.
@@ -28,6 +29,9 @@ public:
     /// What the session is doing, to be named with a fault.
     void doing(const wchar_t* act) { act_ = act; }
     [[nodiscard]] int wrong() const { return wrong_; }
+    /// The fault that was added last is a control that was empty for a moment.
+    void wasFlash() { ++flashes_; }
+    [[nodiscard]] int flashes() const { return flashes_; }
     /// How often the watcher has asked where the windows are.
     void looked() { ++looks_; }
     [[nodiscard]] int looks() const { return looks_; }
@@ -37,6 +41,7 @@ private:
     std::wstring page_;
     std::atomic<const wchar_t*> act_ = L"";
     std::atomic<int> wrong_ = 0;
+    std::atomic<int> flashes_ = 0;
     std::atomic<int> looks_ = 0;
 };
 
