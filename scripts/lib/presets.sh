@@ -14,6 +14,17 @@ build() {
     run_logged "build-$1" "building preset $1" cmake --build --preset "$@"
 }
 
+# What ctest and its programs said, without what passed or merely started: a case that failed or hung
+# stands out.
+without_passes() {
+    awk '/^ *Start +[0-9]+: / || /Test .* Passed +[0-9.]+ sec *$/ || /^\[-+\]/ || /^$/ { next }
+         /^\[       OK \]/ { if (held != "") { held = ""; next } }
+         { if (held != "") print held; held = "" }
+         /^\[ RUN      \]/ { held = $0; next }
+         { print }
+         END { if (held != "") print held }' "$1"
+}
+
 # run_tests PRESET [CTEST ARGUMENTS...]: the log has everything; failures and the summary show.
 run_tests() {
     local log=$LOGS/test-$1.log status=0
@@ -22,8 +33,7 @@ run_tests() {
     # ctest writes to a file, never to a pipe: a helper process of Wine that got hold of a pipe
     # would keep its reader waiting.
     run_job ctest --preset "$1" "${@:2}" >"$log" 2>&1 || status=$?
-    # What passed and what merely started is left out.
-    sed -E '/^ *Start +[0-9]+: /d; /^ *[0-9]+\/[0-9]+ Test .* Passed +[0-9.]+ sec *$/d' "$log"
+    without_passes "$log"
     return "$status"
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "support/MessageLoop.h"
@@ -119,11 +120,26 @@ void sendKey(int key, bool down) {
     arrival.await();
 }
 
-// Down and up in one go: what the press starts may not return before the release is there.
-void sendTap(int key) {
+// All in one go: what the press starts may not return before the release is there, and the halves of
+// a double click are near each other however busy the machine is.
+void sendTap(int key, int times = 1) {
+    std::vector<INPUT> events;
+    for (int i = 0; i < times; ++i) {
+        events.push_back(keyEvent(key, true));
+        events.push_back(keyEvent(key, false));
+    }
     const Arrival arrival(key, false);
-    send({keyEvent(key, true), keyEvent(key, false)});
+    send(std::move(events));
     arrival.await();
+}
+
+// A press soon after another would be the second half of a double click.
+void awaitEndOfDoubleClick() {
+    static DWORD last = 0;
+    const DWORD waited = GetTickCount() - last;
+    if (waited <= GetDoubleClickTime())
+        pump(static_cast<int>(GetDoubleClickTime() - waited) + 1);
+    last = GetTickCount();
 }
 
 bool mouseIsAt(POINT point) {
@@ -170,6 +186,7 @@ void moveAway() {
 }
 
 void press() {
+    awaitEndOfDoubleClick();
     sendKey(VK_LBUTTON, true);
 }
 void release() {
@@ -177,12 +194,8 @@ void release() {
 }
 
 void click() {
-    static ULONGLONG last = 0;
-    const ULONGLONG waited = GetTickCount64() - last;
-    if (waited <= GetDoubleClickTime())
-        pump(static_cast<int>(GetDoubleClickTime() - waited) + 1);
+    awaitEndOfDoubleClick();
     sendTap(VK_LBUTTON);
-    last = GetTickCount64();
 }
 
 void click(HWND window, int x, int y) {
@@ -196,8 +209,9 @@ void click(HWND window) {
 }
 
 void doubleClick(HWND window) {
-    click(window);
-    sendTap(VK_LBUTTON);
+    moveTo(window);
+    awaitEndOfDoubleClick();
+    sendTap(VK_LBUTTON, 2);
 }
 
 void drag(HWND window, POINT from, POINT to) {
