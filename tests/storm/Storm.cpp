@@ -6,6 +6,7 @@
 #include <cstring>
 #include <deque>
 #include <iostream>
+#include <map>
 #include <optional>
 #include <thread>
 
@@ -99,6 +100,37 @@ void watch() {
     }
 }
 
+/// Where the common controls keep the subclasses of a window. Each look there is a question to
+/// Wine's server, and they were half of what a storm had to wait for: so they look into a map.
+namespace Properties {
+
+std::map<std::pair<HWND, LPCWSTR>, HANDLE> kept;
+
+HANDLE WINAPI get(HWND window, LPCWSTR name) {
+    const auto found = kept.find({window, name});
+    return found != kept.end() ? found->second : nullptr;
+}
+HANDLE WINAPI remove(HWND window, LPCWSTR name) {
+    const auto node = kept.extract({window, name});
+    return node ? node.mapped() : nullptr;
+}
+BOOL WINAPI set(HWND window, LPCWSTR name, HANDLE value) {
+    kept[{window, name}] = value;
+    return TRUE;
+}
+void forgetEndedWindows() {
+    std::erase_if(kept, [](const auto& entry) { return !IsWindow(entry.first.first); });
+}
+
+struct Patch {
+    HMODULE commonControls = GetModuleHandleW(L"comctl32");
+    ImportPatch get{"GetPropW", &Properties::get, commonControls};
+    ImportPatch remove{"RemovePropW", &Properties::remove, commonControls};
+    ImportPatch set{"SetPropW", &Properties::set, commonControls};
+};
+
+}  // namespace Properties
+
 struct Round {
     std::string name;  ///< of a kind, "mixed" or "dialog"
     std::uint64_t seed = 0;
@@ -152,6 +184,7 @@ std::vector<std::string> play(const Round& round, bool flat, int blowsPerLook,
     if (!round.free() && round.name != "dialog")
         looks.push_back(last);
     drain();
+    Properties::forgetEndedWindows();
     return looks;
 }
 
@@ -241,6 +274,7 @@ int main(int argc, char** argv) {
     InitCommonControlsEx(&controls);
     AddVectoredExceptionHandler(1, &onFault);
     const ImportPatch exit("ExitProcess", &exitProcess);
+    const Properties::Patch properties;
     const QuickInput quick;
     std::thread(watch).detach();
     moveAway();

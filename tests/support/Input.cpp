@@ -59,9 +59,20 @@ INPUT characterEvent(wchar_t character, bool down) {
     return input;
 }
 
+DWORD lastPress = 0;
+
 void send(std::vector<INPUT> inputs) {
     const auto count = static_cast<UINT>(inputs.size());
     EXPECT_EQ(SendInput(count, inputs.data(), sizeof(INPUT)), count) << "input was refused";
+    if (inputs.front().mi.dwFlags == MOUSEEVENTF_LEFTDOWN && inputs.front().type == INPUT_MOUSE)
+        lastPress = GetTickCount();
+}
+
+// A press soon after another would be the second half of a double click.
+void awaitEndOfDoubleClick() {
+    const DWORD waited = GetTickCount() - lastPress;
+    if (waited <= GetDoubleClickTime())
+        pump(static_cast<int>(GetDoubleClickTime() - waited) + 1);
 }
 
 // Notices when this thread takes a key or the button from its queue, in whatever loop.
@@ -120,8 +131,8 @@ void sendKey(int key, bool down) {
     arrival.await();
 }
 
-// All in one go: what the press starts may not return before the release is there, and the halves of
-// a double click are near each other however busy the machine is.
+// All in one go: what the press starts may not return before the release is there, and the halves
+// of a double click are near each other however busy the machine is.
 void sendTap(int key, int times = 1) {
     std::vector<INPUT> events;
     for (int i = 0; i < times; ++i) {
@@ -131,15 +142,6 @@ void sendTap(int key, int times = 1) {
     const Arrival arrival(key, false);
     send(std::move(events));
     arrival.await();
-}
-
-// A press soon after another would be the second half of a double click.
-void awaitEndOfDoubleClick() {
-    static DWORD last = 0;
-    const DWORD waited = GetTickCount() - last;
-    if (waited <= GetDoubleClickTime())
-        pump(static_cast<int>(GetDoubleClickTime() - waited) + 1);
-    last = GetTickCount();
 }
 
 bool mouseIsAt(POINT point) {
