@@ -78,6 +78,7 @@ private:
     LRESULT OnHeaderNotify(const Message& message);
     void OnLabelEdit(int row);
     LRESULT OnFlatMessage(const Message& message, DWORD_PTR referenceData);
+    LRESULT ChangeView(const Message& message, DWORD_PTR referenceData);
     LRESULT PassOnAndFollow(const Message& message, DWORD_PTR referenceData);
     LRESULT PassOnPaint(const Message& message, DWORD_PTR referenceData);
     LRESULT PassOnItemState(const Message& message, DWORD_PTR referenceData);

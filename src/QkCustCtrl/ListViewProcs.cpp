@@ -227,6 +227,31 @@ LRESULT QkFlatListView::PassOnAndFollow(const Message& message, DWORD_PTR refere
     return result;
 }
 
+/// On its way to another view the list moves rows, header and bars several times and erases each
+/// time what it shows. Its drawing is taken away meanwhile, without asking its own procedure, which
+/// would keep the bars' to itself.
+LRESULT QkFlatListView::ChangeView(const Message& message, DWORD_PTR referenceData) {
+    const HWND list = message.hwnd;
+    const bool changes =
+        static_cast<WPARAM>(SendMessageW(list, LVM_GETVIEW, 0, 0)) != message.wParam;
+    const bool unseen = changes && isShown(list);
+    if (unseen)
+        DefWindowProcW(list, WM_SETREDRAW, FALSE, 0);
+    if (message.wParam != LV_VIEW_DETAILS && m_flatMode)
+        LeaveFlatMode();
+    const LRESULT result = PassOnAndFollow(message, referenceData);
+    if (!unseen)
+        return result;
+    DefWindowProcW(list, WM_SETREDRAW, TRUE, 0);
+    // The flat bars come to where the list's now are.
+    SetWindowPos(
+        list, nullptr, 0, 0, 0, 0,
+        SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_FRAMECHANGED);
+    RedrawWindow(list, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    return result;
+}
+
 LRESULT QkFlatListView::PassOnPaint(const Message& message, DWORD_PTR referenceData) {
     if (!m_flatMode)
         return message.passOn();
@@ -261,10 +286,7 @@ LRESULT CALLBACK QkFlatListView::ListProc(HWND hwnd, UINT id, WPARAM wParam, LPA
         return message.passOn();
 
     switch (id) {
-        case LVM_SETVIEW:
-            if (wParam != LV_VIEW_DETAILS && list->m_flatMode)
-                list->LeaveFlatMode();
-            return list->PassOnAndFollow(message, referenceData);
+        case LVM_SETVIEW: return list->ChangeView(message, referenceData);
         case WM_STYLECHANGED:
         case LVM_INSERTCOLUMNW:
         case LVM_INSERTCOLUMNA:

@@ -85,13 +85,16 @@ void QkFlatProgressBar::PaintBar(HDC hdc) {
     if (!m_hWnd)
         return;
     const RECT client = clientRect(m_hWnd);
-    {
-        const Canvas canvas(hdc, m_hWnd, {client.right, client.bottom});
-        SetBkMode(canvas.dc(), TRANSPARENT);
-        fillRect(canvas.dc(), client, GetUIColor(UICLR_FACE));
-        fillRect(canvas.dc(), FillRectangle(client), BarColour());
-    }
-    frameRect(hdc, client, GetUIColor(UICLR_LINE), kBorderWidth);
+    const RECT inside = frameRect(hdc, client, GetUIColor(UICLR_LINE), kBorderWidth);
+    if (IsRectEmpty(&inside))
+        return;
+    // The border is on the screen already, and the copy must not wipe it.
+    const SavedDc clipped(hdc);
+    IntersectClipRect(hdc, inside.left, inside.top, inside.right, inside.bottom);
+    const Canvas canvas(hdc, m_hWnd, {client.right, client.bottom});
+    SetBkMode(canvas.dc(), TRANSPARENT);
+    fillRect(canvas.dc(), client, GetUIColor(UICLR_FACE));
+    fillRect(canvas.dc(), FillRectangle(client), BarColour());
 }
 
 // Marquee

@@ -207,7 +207,11 @@ void ScrollbarHolder::Update() {
     const auto* const self = this;
     Synchronise();
     // A bar that is disabled ends its press, and the host that is told may end it all.
-    if (liveHolders().contains(self) && m_group)
+    if (!liveHolders().contains(self) || !m_group)
+        return;
+    // Whoever takes the target's drawing away has it follow when the drawing is back.
+    const bool drawn = m_hidden || hasStyle(m_group->target, WS_VISIBLE);
+    if (drawn)
         LayOut();
 }
 
