@@ -35,7 +35,7 @@ private:
     COLORREF m_clrFrom = 0;
     COLORREF m_clrTo = 0;
     INT32 m_nTimerId = 0;
-    INT32 m_nStep = 0;
+    INT16 m_nStep = 0;
     bool m_bRunning = false;
 };
 

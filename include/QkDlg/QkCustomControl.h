@@ -149,7 +149,14 @@ protected:
     /// stands in m_rcItem. A font that cannot be made raises the assertion report.
     void DrawCaption(HDC hdc, const std::wstring& text, const RECT& bounds, UINT alignment);
 
-    UINT32 m_nId;                        ///< dialog control id of the window
+    UINT32 m_nId;  ///< dialog control id of the window
+
+private:
+    static constexpr std::int8_t kFollowsNothing = -1;
+    /// For each of kFollowers the entry it follows. Here, where alignment would leave room unused.
+    std::array<std::int8_t, 3> m_followed{kFollowsNothing, kFollowsNothing, kFollowsNothing};
+
+protected:
     HWND m_hWnd = nullptr;               ///< the bound window
     ImageIdList m_images;                ///< bitmap resource ids of the control's images
     bool m_bDrawImage = true;            ///< draw the one-pixel border (buttons)
@@ -176,18 +183,15 @@ protected:
     RECT m_rcFocus{};                    ///< as CalcFocusRect found it
 
     /// The standard control has got another font from somebody.
-    void ForgetGivenFont() { m_givenFont = nullptr; }
+    void ForgetGivenFont() { m_givenFont = 0; }
 
 private:
     /// The colour fields that can follow the table: hover, background, pressed.
     static const std::array<COLORREF QkCustomControl::*, 3> kFollowers;
-    static constexpr std::int8_t kFollowsNothing = -1;
 
-    // For each of them: the entry it follows, and the colour it took from there.
-    std::array<std::int8_t, 3> m_followed{kFollowsNothing, kFollowsNothing, kFollowsNothing};
-    std::array<COLORREF, 3> m_taken{};
+    std::array<COLORREF, 3> m_taken{};  ///< the colour that each of them took from there
+    UINT32 m_givenFont = 0;  ///< what the standard control has been given; handles have 32 bits
     WNDPROC m_standardProc = nullptr;  ///< the window's procedure before it was subclassed
-    HFONT m_givenFont = nullptr;       ///< what the standard control has been given
 };
 
 }  // namespace QkDlg

@@ -22,7 +22,7 @@ public:
     [[nodiscard]] static int GetCaptionRoom(HWND hwnd);
 
 protected:
-    /// Lets GetCaptionRoom find the object.
+    /// Lets GetCaptionRoom find the object. Once, by the constructor of a class.
     void RegisterToggle();
 
     /// True when the standard control is checked; indeterminate counts as not checked.

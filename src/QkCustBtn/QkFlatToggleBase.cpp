@@ -1,7 +1,7 @@
 #include "QkDlg/QkFlatToggleBase.h"
 
 #include <algorithm>
-#include <set>
+#include <vector>
 
 #include "QkUtil/Bitmaps.h"
 #include "QkUtil/Metrics.h"
@@ -13,9 +13,9 @@ namespace QkDlg {
 namespace {
 
 /// The check boxes and radio buttons that exist.
-std::set<QkFlatToggleBase*>& registeredToggles() {
+std::vector<QkFlatToggleBase*>& registeredToggles() {
     // Never destroyed: a host's static object may end after this module's.
-    static auto& toggles = *new std::set<QkFlatToggleBase*>;
+    static auto& toggles = *new std::vector<QkFlatToggleBase*>;
     return toggles;
 }
 
@@ -26,7 +26,7 @@ QkFlatToggleBase::QkFlatToggleBase(UINT id) : QkFlatBtn(id) {
 }
 
 QkFlatToggleBase::~QkFlatToggleBase() {
-    registeredToggles().erase(this);
+    std::erase(registeredToggles(), this);
 }
 
 int QkFlatToggleBase::OnAnimateColor(COLORREF) {
@@ -48,7 +48,7 @@ int QkFlatToggleBase::GetCaptionRoom(HWND hwnd) {
 }
 
 void QkFlatToggleBase::RegisterToggle() {
-    registeredToggles().insert(this);
+    registeredToggles().push_back(this);
 }
 
 bool QkFlatToggleBase::IsChecked() const {

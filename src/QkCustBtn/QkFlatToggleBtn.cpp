@@ -284,9 +284,11 @@ void QkFlatToggleBtn::Attach(HWND hwnd) {
     ResetEffects();
     m_nDragX = -1;
     ResizeToSwitch();
-    SetCaption(IsChecked());
     installSubclass(hwnd, ToggleProc, *this);
     Refresh();
+    // Last, and seen by this object's procedure: a standard check box would paint its new text at
+    // once, and ask a host for colours that may delete this object meanwhile.
+    SetCaption(IsChecked());
 }
 
 void QkFlatToggleBtn::ResizeToSwitch() {

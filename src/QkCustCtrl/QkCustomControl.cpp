@@ -260,11 +260,12 @@ UINT QkCustomControl::TextFlags(std::wstring_view text) const {
 }
 
 void QkCustomControl::GiveFont(HFONT font) {
-    if (m_givenFont == font)
+    const auto handle = static_cast<UINT32>(HandleToULong(font));
+    if (m_givenFont == handle)
         return;
     // No redraw: this is the drawing.
     SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-    m_givenFont = font;
+    m_givenFont = handle;
 }
 
 void QkCustomControl::DrawCaption(HDC hdc, const std::wstring& text, const RECT& bounds,
