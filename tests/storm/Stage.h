@@ -3,12 +3,14 @@
 #include <functional>
 #include <memory>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "QkDlg/QkXDlg.h"
 #include "QkDlg/ScrollbarHolder.h"
 #include "support/HostDialog.h"
+#include "support/SystemScopes.h"
 
 namespace QkDlgTest {
 
@@ -82,6 +84,24 @@ struct Actor {
     std::unique_ptr<QkDlg::ScrollbarHolder> holder{};
 };
 
+/// High contrast, DPI and timers as the library sees them: a storm turns them on and off, changes
+/// it, and lets them fire, none by the clock.
+class Surroundings {
+public:
+    Surroundings();
+    ~Surroundings();
+
+    void turnContrast(bool on) { contrast_.turn(on); }
+    static void setDpi(int dpi);
+    static void fireTimers();
+
+private:
+    HighContrast contrast_;
+    ImportPatch caps_;
+    ImportPatch set_;
+    ImportPatch kill_;
+};
+
 /// How a stage is filled: with flat controls, with their plain twins, or by the conversion of
 /// QkXDlg.
 enum class Play { Flat, Plain, Converted };
@@ -92,14 +112,14 @@ class Stage {
 public:
     Stage(Play play, bool onScreen, const std::vector<const Kind*>& cast, Dice& dice);
     ~Stage();
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
+
+    Surroundings surroundings;
 
     [[nodiscard]] HWND host() const { return host_; }
     [[nodiscard]] std::vector<Actor>& actors() { return actors_; }
 
-    /// A new window in place of the old one, if any.
-    void createWindow(Actor& actor);
+    /// A new window in place of the old one, flat as that was to be.
+    void renew(Actor& actor);
     /// A new object; one whose window is gone is bound again. Only in the flat play, like its end.
     void makeFlat(Actor& actor);
     void makePlain(Actor& actor);
@@ -113,6 +133,7 @@ public:
     void react(std::function<void()> reaction) { reaction_ = std::move(reaction); }
 
 private:
+    void createWindow(Actor& actor);
     static LRESULT CALLBACK listen(HWND window, UINT message, WPARAM wp, LPARAM lp, UINT_PTR id,
                                    DWORD_PTR self);
     void hear(UINT message, WPARAM wp, LPARAM lp);
@@ -121,7 +142,7 @@ private:
     HWND host_ = nullptr;
     std::unique_ptr<QkDlg::QkXDlg> dialog_;
     std::vector<Actor> actors_;
-    HeardList heard_;
+    std::ostringstream heard_;
     std::function<void()> reaction_;
 };
 
