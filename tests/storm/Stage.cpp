@@ -111,7 +111,7 @@ void describe(std::ostream& out, const Actor& actor) {
         describeScroll(out, actor.window, SB_VERT);
 }
 
-// The surroundings
+// DPI and timers
 
 std::map<std::pair<HWND, UINT_PTR>, TIMERPROC> timers;
 int shownDpi = 0;
@@ -225,32 +225,19 @@ const std::vector<Kind>& kinds() {
     return all;
 }
 
-// Once, so that their scopes end in the reverse order.
-Surroundings::Surroundings()
-    : caps_("GetDeviceCaps", &deviceCaps),
-      set_("SetTimer", &setTimer),
-      kill_("KillTimer", &killTimer) {
-    contrast_.turn(false);
-}
-
-Surroundings::~Surroundings() {
-    setDpi(0);
-    timers.clear();
-}
-
 // The library asks the screen anew when the thread's DPI awareness is another.
-void Surroundings::setDpi(int dpi) {
+void setDpi(int dpi) {
     using SetAwareness = void* WINAPI(void*);
     static auto* const set =
         systemFunction<SetAwareness>(L"user32", "SetThreadDpiAwarenessContext");
     static std::intptr_t context = -3;
     shownDpi = dpi;
-    context = context == -3 ? -4 : -3;
+    context = -7 - context;
     if (set)
         set(reinterpret_cast<void*>(context));
 }
 
-void Surroundings::fireTimers() {
+void fireTimers() {
     for (const auto& [key, procedure] : std::map(timers)) {
         const auto& [window, id] = key;
         if (!IsWindow(window))
@@ -263,7 +250,11 @@ void Surroundings::fireTimers() {
 }
 
 Stage::Stage(Play play, bool onScreen, const std::vector<const Kind*>& cast, Dice& dice)
-    : play_(play) {
+    : caps_("GetDeviceCaps", &deviceCaps),
+      set_("SetTimer", &setTimer),
+      kill_("KillTimer", &killTimer),
+      play_(play) {
+    contrast.turn(false);
     for (const Kind* const kind : cast)
         actors_.push_back({kind, kFirstId + static_cast<int>(actors_.size()),
                            dice.oneIn(2) ? kind->style : kind->otherStyle});
@@ -291,8 +282,8 @@ Stage::Stage(Play play, bool onScreen, const std::vector<const Kind*>& cast, Dic
 }
 
 Stage::~Stage() {
-    if (host_)
-        DestroyWindow(host_);
+    setDpi(0);
+    timers.clear();
 }
 
 void Stage::createWindow(Actor& actor) {

@@ -84,23 +84,10 @@ struct Actor {
     std::unique_ptr<QkDlg::ScrollbarHolder> holder{};
 };
 
-/// High contrast, DPI and timers as the library sees them: a storm turns them on and off, changes
-/// it, and lets them fire, none by the clock.
-class Surroundings {
-public:
-    Surroundings();
-    ~Surroundings();
-
-    void turnContrast(bool on) { contrast_.turn(on); }
-    static void setDpi(int dpi);
-    static void fireTimers();
-
-private:
-    HighContrast contrast_;
-    ImportPatch caps_;
-    ImportPatch set_;
-    ImportPatch kill_;
-};
+/// The screen's DPI and the timers as the library sees them while a stage stands: none goes by the
+/// clock.
+void setDpi(int dpi);
+void fireTimers();
 
 /// How a stage is filled: with flat controls, with their plain twins, or by the conversion of
 /// QkXDlg.
@@ -113,7 +100,7 @@ public:
     Stage(Play play, bool onScreen, const std::vector<const Kind*>& cast, Dice& dice);
     ~Stage();
 
-    Surroundings surroundings;
+    HighContrast contrast;
 
     [[nodiscard]] HWND host() const { return host_; }
     [[nodiscard]] std::vector<Actor>& actors() { return actors_; }
@@ -138,6 +125,9 @@ private:
                                    DWORD_PTR self);
     void hear(UINT message, WPARAM wp, LPARAM lp);
 
+    ImportPatch caps_;
+    ImportPatch set_;
+    ImportPatch kill_;
     Play play_;
     HWND host_ = nullptr;
     std::unique_ptr<QkDlg::QkXDlg> dialog_;
