@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 #include <utility>
 
 #include "gallery/Ids.h"
@@ -88,7 +87,8 @@ bool Scene::update() {
                        static_cast<std::size_t>(place_.bottom - place_.top),
                    0);
     const std::vector<HWND> windows = topWindows();
-    for (HWND window : windows | std::views::reverse) {
+    const std::vector<HWND> upwards(windows.rbegin(), windows.rend());
+    for (HWND window : upwards) {
         const WINDOWINFO info = infoOf(window);
         const bool isOwn = processOf(window) == process_;
         const bool isDialog = className(window) == kDialogClass;

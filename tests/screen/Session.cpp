@@ -146,8 +146,8 @@ private:
 
     void actOnce() {
         struct Act {
-            const wchar_t* name;
-            void (Session::*play)();
+            const wchar_t* name = nullptr;
+            void (Session::*play)() = nullptr;
             bool isHosts = false;
         };
         static constexpr Act kActs[] = {
