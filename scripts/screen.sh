@@ -55,7 +55,7 @@ rm -rf "$pictures"
 mkdir -p "$pictures"
 say "watching $count pages for $minutes minutes at $dpi DPI"
 status=0
-run_job $run "$BUILD/mingw64/bin/ScreenTest.exe" --pages "$pages" --seconds $((minutes * 60 / count)) \
-    --seed "$seed" --pictures "$pictures" ${arguments:+--gallery "${arguments[*]}"} || status=$?
+run_job $run "$BUILD/mingw64/bin/ScreenTest.exe" "$pages" $((minutes * 60 / count)) "$seed" \
+    "$pictures" "${arguments[@]}" || status=$?
 ((status == 0)) || fail "see the pictures in $(shown "$pictures")"
 say "all frames were as they must be"

@@ -1,14 +1,14 @@
 #pragma once
 
 #include <array>
+#include <string>
 
-#include "QkDlg/Win32.h"
+#include "support/SystemScopes.h"
 
 namespace ScreenTest {
 
 /// What the system draws by itself has this colour while a Dye lives, and nothing else has.
 constexpr std::array<BYTE, 3> kDye{200, 0, 255};  // blue, green, red
-constexpr COLORREF kDyeColour = RGB(kDye[2], kDye[1], kDye[0]);
 
 /// Gives the standard look an unmistakable colour, for programs that start later: the faces, edges
 /// and button texts among the system colours, and the pictures of the theme. What was set before
@@ -17,11 +17,10 @@ class Dye {
 public:
     Dye();
     ~Dye();
-    Dye(const Dye&) = delete;
-    Dye& operator=(const Dye&) = delete;
 
 private:
-    std::array<COLORREF, 8> before_{};
+    QkDlgTest::SystemColours colours_;
+    std::wstring theme_;  ///< a file
 };
 
 }  // namespace ScreenTest

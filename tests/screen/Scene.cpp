@@ -10,11 +10,6 @@ namespace ScreenTest {
 
 namespace {
 
-BOOL CALLBACK noteUnpainted(HWND window, LPARAM found) {
-    *reinterpret_cast<bool*>(found) |= GetUpdateRect(window, nullptr, FALSE) != FALSE;
-    return TRUE;
-}
-
 constexpr const wchar_t* kDialogClass = L"#32770";
 constexpr ULONGLONG kSettleTime = 500;
 // A look that comes late has not seen what happened in between.
@@ -27,12 +22,41 @@ WINDOWINFO infoOf(HWND window) {
     return info;
 }
 
-bool meets(const RECT& one, const RECT& other) {
-    RECT common{};
-    return IntersectRect(&common, &one, &other) != FALSE;
+BOOL CALLBACK collect(HWND window, LPARAM windows) {
+    reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+    return TRUE;
+}
+
+/// The captions and the like around the controls, which stay standard ones.
+bool isStandard(HWND control) {
+    static constexpr std::array kStandard{IDC_PANEL_TOP,     IDC_TITLE,           IDC_GROUP_CAPTION,
+                                          IDC_NAVIGATION,    IDC_COMPOUND_CHOICE, IDC_REMARK,
+                                          IDC_SCROLL_REQUEST};
+    const int id = GetDlgCtrlID(control);
+    return std::ranges::count(kStandard, id) != 0 ||
+           (id == IDC_STATIC && className(control) == WC_STATICW);
 }
 
 }  // namespace
+
+std::vector<HWND> topWindows() {
+    std::vector<HWND> windows;
+    EnumWindows(&collect, reinterpret_cast<LPARAM>(&windows));
+    std::erase_if(windows, [](HWND window) { return !IsWindowVisible(window); });
+    return windows;
+}
+
+std::vector<HWND> withChildren(HWND window) {
+    std::vector<HWND> windows{window};
+    EnumChildWindows(window, &collect, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+bool hasUnpainted(HWND window) {
+    return std::ranges::any_of(withChildren(window), [](HWND each) {
+        return GetUpdateRect(each, nullptr, FALSE) != FALSE;
+    });
+}
 
 std::wstring className(HWND window) {
     std::array<wchar_t, 64> name{};
@@ -40,57 +64,62 @@ std::wstring className(HWND window) {
     return name.data();
 }
 
+DWORD processOf(HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    return process;
+}
+
+Scene::Scene(HWND main) : process_(processOf(main)) {
+    constexpr int kRoom = 40;
+    const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+    GetWindowRect(main, &place_);
+    InflateRect(&place_, kRoom, kRoom);
+    IntersectRect(&place_, &place_, &screen);
+}
+
 bool Scene::update() {
     const std::vector<HWND> before = std::exchange(children_, {});
     advanceClock();
     controls_.clear();
     dialogs_.clear();
-    isBelow_ = false;
     judged_.assign(static_cast<std::size_t>(place_.right - place_.left) *
                        static_cast<std::size_t>(place_.bottom - place_.top),
                    0);
-    // From the top down: the lower ones are painted first below.
-    std::vector<HWND> windows;
-    EnumWindows(&onTopLevel, reinterpret_cast<LPARAM>(&windows));
+    const std::vector<HWND> windows = topWindows();
     const std::vector<HWND> upwards(windows.rbegin(), windows.rend());
     for (HWND window : upwards) {
         const WINDOWINFO info = infoOf(window);
-        fill(info.rcWindow, 0);
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
+        const bool isOwn = processOf(window) == process_;
         const bool isDialog = className(window) == kDialogClass;
-        if (process == process_ && (isDialog || className(window) == L"ComboLBox"))
-            fill(info.rcClient, 1);
-        if (process == process_ && isDialog)
+        fill(info.rcWindow, false);
+        if (isOwn && (isDialog || className(window) == L"ComboLBox"))
+            fill(info.rcClient, true);
+        if (isOwn && isDialog)
             dialogs_.insert(dialogs_.begin(), window);
     }
     for (HWND window : windows)
-        addTopLevel(window);
+        remember(window, infoOf(window).rcWindow, dialogs_.empty() || window != dialogs_.back());
+    for (HWND dialog : dialogs_)
+        addDialog(dialog, dialog != dialogs_.front());
     for (const auto& [window, known] : known_) {
         const bool cameOrWent = known.round != round_ || now_ - known.since < kSettleTime;
         if (known.hides && cameOrWent)
-            fill(known.place, 0);
+            fill(known.place, false);
     }
-    std::erase_if(known_,
-                  [this](const auto& entry) { return now_ - entry.second.last > kSettleTime; });
-    std::erase_if(standardParts_,
-                  [this](const Known& known) { return now_ - known.last > kSettleTime; });
-    for (const Known& known : standardParts_)
-        fill(known.place, 0);
+    const auto isPast = [this](const Known& known) { return now_ - known.last > kSettleTime; };
+    std::erase_if(known_, [&isPast](const auto& entry) { return isPast(entry.second); });
+    std::erase_if(standardParts_, isPast);
+    for (const Known& part : standardParts_)
+        fill(part.place, false);
     for (Control& control : controls_) {
-        const auto hidden = [&control](const auto& entry) {
-            return entry.second.hides && meets(entry.second.place, control.place);
-        };
-        control.settled = control.settled && std::ranges::none_of(known_, hidden);
+        for (const auto& [window, known] : known_) {
+            RECT common{};
+            if (known.hides && IntersectRect(&common, &known.place, &control.place))
+                control.settled = false;
+        }
     }
     return children_ != before;
-}
-
-bool hasUnpainted(HWND dialog) {
-    bool found = false;
-    noteUnpainted(dialog, reinterpret_cast<LPARAM>(&found));
-    EnumChildWindows(dialog, noteUnpainted, reinterpret_cast<LPARAM>(&found));
-    return found;
 }
 
 // Stands still while the program has something left to paint.
@@ -101,46 +130,26 @@ void Scene::advanceClock() {
         now_ += std::min(elapsed, kLongestStep);
 }
 
-BOOL CALLBACK Scene::onTopLevel(HWND window, LPARAM windows) {
-    if (IsWindowVisible(window))
-        reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
-    return TRUE;
+void Scene::addDialog(HWND dialog, bool isCovered) {
+    for (HWND window : withChildren(dialog)) {
+        if (!IsWindowVisible(window) || className(window) == kDialogClass)
+            continue;
+        children_.push_back(window);
+        if (isStandard(window))
+            exclude(infoOf(window).rcWindow);
+        else
+            addControl(window, isCovered);
+    }
 }
 
-void Scene::addTopLevel(HWND window) {
-    const WINDOWINFO info = infoOf(window);
-    const bool isLowest = !dialogs_.empty() && window == dialogs_.back();
-    remember(window, info.rcWindow, !isLowest);
-    if (std::ranges::find(dialogs_, window) != dialogs_.end())
-        EnumChildWindows(window, &onChild, reinterpret_cast<LPARAM>(this));
-    isBelow_ = isBelow_ || className(window) == kDialogClass;
-}
-
-BOOL CALLBACK Scene::onChild(HWND window, LPARAM self) {
-    static constexpr std::array kStandard{IDC_PANEL_TOP,     IDC_TITLE,           IDC_GROUP_CAPTION,
-                                          IDC_NAVIGATION,    IDC_COMPOUND_CHOICE, IDC_REMARK,
-                                          IDC_SCROLL_REQUEST};
-    if (!IsWindowVisible(window) || className(window) == kDialogClass)
-        return TRUE;
-    auto& scene = *reinterpret_cast<Scene*>(self);
-    scene.children_.push_back(window);
-    const int id = GetDlgCtrlID(window);
-    const bool isPlainLabel = id == IDC_STATIC && className(window) == WC_STATICW;
-    if (!isPlainLabel && std::ranges::find(kStandard, id) == kStandard.end())
-        scene.addChild(window);
-    else
-        scene.exclude(infoOf(window).rcWindow);
-    return TRUE;
-}
-
-void Scene::addChild(HWND window) {
+void Scene::addControl(HWND window, bool isCovered) {
     const WINDOWINFO info = infoOf(window);
     RECT inside{};
     if (!IntersectRect(&inside, &info.rcWindow, &place_))
         return;
-    excludeStandardParts(info, window);
+    excludeStandardParts(window, info);
     // A dialog below another one is hidden in part.
-    if (isBelow_)
+    if (isCovered)
         return;
     const Known& known = remember(window, inside, false);
     controls_.push_back({window, inside, now_ - known.since >= kSettleTime});
@@ -158,71 +167,57 @@ const Scene::Known& Scene::remember(HWND window, const RECT& place, bool hides) 
 
 // The border of a list or of a window that scrolls is the system's, and so are its scroll bars
 // unless flat ones lie upon them.
-void Scene::excludeStandardParts(const WINDOWINFO& info, HWND window) {
-    const int width = GetSystemMetrics(SM_CXVSCROLL);
-    const int height = GetSystemMetrics(SM_CYHSCROLL);
-    const RECT& all = info.rcWindow;
+void Scene::excludeStandardParts(HWND window, const WINDOWINFO& info) {
+    const auto& [left, top, right, bottom] = info.rcWindow;
     const RECT& inner = info.rcClient;
-    const LONG line = std::max(0L, inner.top - all.top);
-    exclude({all.left, all.top, all.right, all.top + line});
-    exclude({all.left, all.bottom - line, all.right, all.bottom});
-    exclude({all.left, all.top, all.left + line, all.bottom});
-    exclude({all.right - line, all.top, all.right, all.bottom});
+    const LONG line = std::max(0L, inner.top - top);
+    exclude({left, top, right, top + line});
+    exclude({left, bottom - line, right, bottom});
+    exclude({left, top, left + line, bottom});
+    exclude({right - line, top, right, bottom});
     const std::wstring name = className(window);
     if ((name == WC_HEADERW && GetDlgCtrlID(GetParent(window)) == IDC_HOLDER_VIEW) ||
         (name == WC_LISTVIEWW && !IsWindowVisible(GetWindow(window, GW_CHILD))))
-        exclude(all);
-    std::vector<RECT> bars;
+        exclude(info.rcWindow);
     if (info.dwStyle & WS_VSCROLL) {
-        bars.push_back({inner.right, inner.top, inner.right + width, all.bottom});
-        bars.push_back({inner.left - width, inner.top, inner.left, all.bottom});
+        excludeScrollBar(window, {inner.right, inner.top, right, bottom});
+        excludeScrollBar(window, {left, inner.top, inner.left, bottom});
     }
     if (info.dwStyle & WS_HSCROLL)
-        bars.push_back({all.left, inner.bottom, all.right, inner.bottom + height});
-    for (RECT& bar : bars) {
-        RECT clipped{};
-        if (!IntersectRect(&clipped, &bar, &all))
-            continue;
-        POINT middle{(clipped.left + clipped.right) / 2, (clipped.top + clipped.bottom) / 2};
-        HWND parent = GetParent(window);
-        ScreenToClient(parent, &middle);
-        if (ChildWindowFromPointEx(parent, middle, CWP_SKIPINVISIBLE) == window)
-            exclude(clipped);
-    }
+        excludeScrollBar(window, {left, inner.bottom, right, bottom});
+}
+
+void Scene::excludeScrollBar(HWND window, const RECT& bar) {
+    POINT middle{(bar.left + bar.right) / 2, (bar.top + bar.bottom) / 2};
+    HWND parent = GetParent(window);
+    ScreenToClient(parent, &middle);
+    if (ChildWindowFromPointEx(parent, middle, CWP_SKIPINVISIBLE) == window)
+        exclude(bar);
 }
 
 void Scene::exclude(const RECT& part) {
-    const auto same = [&part](const auto& known) { return EqualRect(&known.place, &part); };
-    const auto found = std::ranges::find_if(standardParts_, same);
-    if (found == standardParts_.end())
-        standardParts_.push_back({part, now_, now_, round_, true});
-    else
-        found->last = now_;
+    standardParts_.push_back({part, now_, now_, round_, true});
 }
 
-void Scene::fill(const RECT& area, std::uint8_t value) {
+void Scene::fill(const RECT& area, bool judged) {
     RECT inside{};
     if (!IntersectRect(&inside, &area, &place_))
         return;
-    const auto width = static_cast<std::size_t>(place_.right - place_.left);
+    const auto width = static_cast<std::ptrdiff_t>(place_.right - place_.left);
     for (LONG y = inside.top; y < inside.bottom; ++y) {
-        const auto row = judged_.begin() + (y - place_.top) * static_cast<std::ptrdiff_t>(width);
-        std::fill(row + (inside.left - place_.left), row + (inside.right - place_.left), value);
+        const auto row = judged_.begin() + (y - place_.top) * width;
+        std::fill(row + (inside.left - place_.left), row + (inside.right - place_.left), judged);
     }
 }
 
 std::wstring Scene::nameAt(POINT point) const {
-    const Control* smallest = nullptr;
-    const auto area = [](const RECT& r) { return (r.right - r.left) * (r.bottom - r.top); };
+    std::wstring name = L"no control";
     for (const Control& control : controls_) {
-        if (PtInRect(&control.place, point) &&
-            (!smallest || area(control.place) < area(smallest->place)))
-            smallest = &control;
+        if (PtInRect(&control.place, point))
+            name = className(control.window) + L" " +
+                   std::to_wstring(static_cast<short>(GetDlgCtrlID(control.window)));
     }
-    if (!smallest)
-        return L"no control";
-    return className(smallest->window) + L" " +
-           std::to_wstring(static_cast<short>(GetDlgCtrlID(smallest->window)));
+    return name;
 }
 
 }  // namespace ScreenTest

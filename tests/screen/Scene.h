@@ -9,8 +9,14 @@
 
 namespace ScreenTest {
 
-/// Whether a window or one of its children still has something to paint.
-[[nodiscard]] bool hasUnpainted(HWND dialog);
+/// The windows that are shown on the desktop, the topmost first.
+[[nodiscard]] std::vector<HWND> topWindows();
+/// A window and all windows inside it, outer ones first.
+[[nodiscard]] std::vector<HWND> withChildren(HWND window);
+/// Whether one of these still has something to paint.
+[[nodiscard]] bool hasUnpainted(HWND window);
+[[nodiscard]] std::wstring className(HWND window);
+[[nodiscard]] DWORD processOf(HWND window);
 
 /// What stands where in the watched program, asked for from outside.
 class Scene {
@@ -21,13 +27,16 @@ public:
         bool settled = false;  ///< it has been there, just so and uncovered, for a while
     };
 
-    Scene(DWORD process, const RECT& place) : process_(process), place_(place) {}
+    /// Watches a window and its surroundings.
+    explicit Scene(HWND main);
 
     /// Asks for all windows. Remembers what it saw before: a place that a window has just left,
     /// come to or uncovered is not judged until the program has had time to paint it. The display
     /// server shows an uncovered place as it was covered until the program has answered.
     /// True when other windows are there than before.
     bool update();
+    /// A place that is not judged until the next update.
+    void leaveOut(const RECT& place) { fill(place, false); }
 
     [[nodiscard]] const RECT& place() const { return place_; }
     /// Whether the pixel of a frame, counted row by row, belongs to what the library paints.
@@ -48,30 +57,26 @@ private:
         bool hides = false;  ///< what lies under it
     };
 
-    static BOOL CALLBACK onTopLevel(HWND window, LPARAM windows);
-    static BOOL CALLBACK onChild(HWND window, LPARAM self);
     void advanceClock();
-    void addTopLevel(HWND window);
-    void addChild(HWND window);
+    void addDialog(HWND dialog, bool isCovered);
+    void addControl(HWND window, bool isCovered);
     const Known& remember(HWND window, const RECT& place, bool hides);
     void exclude(const RECT& part);
-    void fill(const RECT& area, std::uint8_t value);
-    void excludeStandardParts(const WINDOWINFO& info, HWND window);
+    void excludeStandardParts(HWND window, const WINDOWINFO& info);
+    void excludeScrollBar(HWND window, const RECT& bar);
+    void fill(const RECT& area, bool judged);
 
     DWORD process_;
-    RECT place_;
+    RECT place_{};
     int round_ = 1;  ///< of looking
     ULONGLONG looked_ = 0;
     ULONGLONG now_ = 0;  ///< in milliseconds
     std::map<HWND, Known> known_;
     std::vector<Known> standardParts_;
     std::vector<std::uint8_t> judged_;
-    bool isBelow_ = false;  ///< another dialog, the window whose children are asked for
     std::vector<Control> controls_;
     std::vector<HWND> dialogs_;
     std::vector<HWND> children_;
 };
-
-[[nodiscard]] std::wstring className(HWND window);
 
 }  // namespace ScreenTest

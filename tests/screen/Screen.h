@@ -1,7 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -13,15 +14,17 @@ namespace ScreenTest {
 struct Frame {
     RECT place{};
     std::vector<std::uint32_t> pixels;
-    std::vector<std::uint32_t> spare;  ///< room for the next reading
 
-    [[nodiscard]] int width() const { return place.right - place.left; }
-    [[nodiscard]] const std::uint32_t* row(LONG screenY) const {
-        return pixels.data() +
-               static_cast<std::size_t>(screenY - place.top) * static_cast<std::size_t>(width());
+    [[nodiscard]] LONG width() const { return place.right - place.left; }
+    [[nodiscard]] POINT pointOf(std::size_t pixel) const {
+        const auto at = static_cast<LONG>(pixel);
+        return {place.left + at % width(), place.top + at / width()};
     }
-    [[nodiscard]] std::uint32_t at(LONG screenX, LONG screenY) const {
-        return row(screenY)[screenX - place.left];
+    /// What one row of the screen shows of a part of the frame.
+    [[nodiscard]] std::span<const std::uint32_t> row(const RECT& part, LONG y) const {
+        const LONG from = (y - place.top) * width() + part.left - place.left;
+        return std::span(pixels).subspan(static_cast<std::size_t>(from),
+                                         static_cast<std::size_t>(part.right - part.left));
     }
 };
 
@@ -34,18 +37,14 @@ public:
     /// `file` is where the display server keeps its frame buffer (an XWD file), which costs next to
     /// nothing to read; without one the system is asked for the screen's pixels.
     explicit Screen(const std::wstring& file);
-    ~Screen();
-    Screen(const Screen&) = delete;
-    Screen& operator=(const Screen&) = delete;
-
     /// False when the frame is the same as the one handed in.
     bool read(Frame& frame) const;
 
 private:
-    void readBuffer(Frame& frame) const;  ///< into its spare pixels, like the next
-    static void readSystem(Frame& frame);
-
-    const std::uint8_t* view_ = nullptr;
+    struct Unmap {
+        void operator()(const std::uint8_t* view) const { UnmapViewOfFile(view); }
+    };
+    std::unique_ptr<const std::uint8_t[], Unmap> view_;
     const std::uint8_t* buffer_ = nullptr;
     std::size_t stride_ = 0;
 };

@@ -1,6 +1,7 @@
 #include "storm/Stage.h"
 
 #include <array>
+#include <map>
 #include <sstream>
 #include <utility>
 
@@ -25,13 +26,9 @@ template <int type>
 ControlPtr ofType(UINT id) {
     return makeControl(type, id);
 }
-template <typename Control>
+template <typename Control, bool... vertical>
 ControlPtr ofClass(UINT id) {
-    return std::make_unique<Control>(id);
-}
-template <typename Bar, bool vertical>
-ControlPtr bar(UINT id) {
-    return std::make_unique<Bar>(id, vertical);
+    return std::make_unique<Control>(id, vertical...);
 }
 
 constexpr DWORD kPlaces = BS_LEFT | BS_RIGHT | BS_TOP | BS_BOTTOM | BS_MULTILINE | BS_NOTIFY;
@@ -114,6 +111,34 @@ void describe(std::ostream& out, const Actor& actor) {
         describeScroll(out, actor.window, SB_VERT);
 }
 
+// DPI and timers
+
+std::map<std::pair<HWND, UINT_PTR>, TIMERPROC> timers;
+int shownDpi = 0;
+
+template <typename Function>
+Function* systemFunction(const wchar_t* library, const char* name) {
+    return reinterpret_cast<Function*>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(library), name)));
+}
+
+UINT_PTR WINAPI setTimer(HWND window, UINT_PTR id, UINT, TIMERPROC procedure) {
+    timers[{window, id}] = procedure;
+    return id;
+}
+
+BOOL WINAPI killTimer(HWND window, UINT_PTR id) {
+    return timers.erase({window, id}) != 0;
+}
+
+int WINAPI deviceCaps(HDC dc, int index) {
+    static auto* const real = systemFunction<decltype(GetDeviceCaps)>(L"gdi32", "GetDeviceCaps");
+    const bool asksDpi = index == LOGPIXELSX || index == LOGPIXELSY;
+    return asksDpi && shownDpi != 0 ? shownDpi : real(dc, index);
+}
+
+// The dialog
+
 INT_PTR CALLBACK plainDialog(HWND dialog, UINT message, WPARAM, LPARAM begin) {
     if (message == WM_INITDIALOG)
         (*reinterpret_cast<const Begin*>(begin))(dialog);
@@ -168,8 +193,8 @@ const std::vector<Kind>& kinds() {
          ES_READONLY | ES_UPPERCASE, kMouse, WS_BORDER},
         {"password", WC_EDITW, kEdit, ofType<QK_PASSWORD>, WS_BORDER | ES_PASSWORD | kLine,
          ES_PASSWORD | kLine, ES_READONLY, kMouse | kMask, WS_BORDER | ES_PASSWORD},
-        {"progress", PROGRESS_CLASSW, kProgress, ofType<QK_PROGRESS_BAR>, PBS_SMOOTH, PBS_VERTICAL,
-         PBS_MARQUEE},
+        {"progress", PROGRESS_CLASSW, kProgress, ofType<QK_PROGRESS_BAR>, PBS_SMOOTH,
+         PBS_VERTICAL | PBS_MARQUEE, PBS_MARQUEE},
         {"trackbar", TRACKBAR_CLASSW, kTrackbar, ofType<QK_PROGRESS_BAR>, TBS_VERT, TBS_NOTICKS,
          TBS_VERT, kMouse},
         {"combo-list", WC_COMBOBOXW, kCombo, ofType<QK_COMBO_DROPDOWN_LIST>, CBS_DROPDOWNLIST,
@@ -179,12 +204,14 @@ const std::vector<Kind>& kinds() {
          WS_CLIPCHILDREN},
         {"combo-simple", WC_COMBOBOXW, kCombo, ofClass<QkFlatComboBoxSimple>,
          CBS_SIMPLE | CBS_AUTOHSCROLL, CBS_SIMPLE | CBS_AUTOHSCROLL, 0, 0, WS_CLIPCHILDREN},
-        {"scroll-v", WC_SCROLLBARW, kScroll, bar<QkFlatScrollbar, true>, SBS_VERT, SBS_VERT, 0,
+        {"scroll-v", WC_SCROLLBARW, kScroll, ofClass<QkFlatScrollbar, true>, SBS_VERT, SBS_VERT, 0,
          kOwn, kSwitchedOn},
-        {"scroll-h", WC_SCROLLBARW, kScroll, bar<QkFlatScrollbar, false>, SBS_HORZ, SBS_HORZ, 0,
+        {"scroll-h", WC_SCROLLBARW, kScroll, ofClass<QkFlatScrollbar, false>, SBS_HORZ, SBS_HORZ, 0,
          kOwn, kSwitchedOn},
-        {"slider-v", WC_SCROLLBARW, kSlider, bar<QkFlatSlider, true>, SBS_VERT, SBS_VERT, 0, kOwn},
-        {"slider-h", WC_STATICW, kSlider, bar<QkFlatSlider, false>, SS_LEFT, SS_NOTIFY, 0, kOwn},
+        {"slider-v", WC_SCROLLBARW, kSlider, ofClass<QkFlatSlider, true>, SBS_VERT, SBS_VERT, 0,
+         kOwn},
+        {"slider-h", WC_STATICW, kSlider, ofClass<QkFlatSlider, false>, SS_LEFT, SS_NOTIFY, 0,
+         kOwn},
         {"list", WC_LISTVIEWW, kListView, ofClass<QkFlatListView>, LVS_REPORT,
          LVS_REPORT | LVS_SINGLESEL | LVS_EDITLABELS, LVS_SHOWSELALWAYS | LVS_NOCOLUMNHEADER,
          kMouse | kKeys, kBars},
@@ -198,8 +225,36 @@ const std::vector<Kind>& kinds() {
     return all;
 }
 
+// The library asks the screen anew when the thread's DPI awareness is another.
+void setDpi(int dpi) {
+    using SetAwareness = void* WINAPI(void*);
+    static auto* const set =
+        systemFunction<SetAwareness>(L"user32", "SetThreadDpiAwarenessContext");
+    static std::intptr_t context = -3;
+    shownDpi = dpi;
+    context = -7 - context;
+    if (set)
+        set(reinterpret_cast<void*>(context));
+}
+
+void fireTimers() {
+    for (const auto& [key, procedure] : std::map(timers)) {
+        const auto& [window, id] = key;
+        if (!IsWindow(window))
+            timers.erase(key);
+        else if (timers.contains(key) && procedure)
+            procedure(window, WM_TIMER, id, 0);
+        else if (timers.contains(key))
+            SendMessageW(window, WM_TIMER, id, 0);
+    }
+}
+
 Stage::Stage(Play play, bool onScreen, const std::vector<const Kind*>& cast, Dice& dice)
-    : play_(play) {
+    : caps_("GetDeviceCaps", &deviceCaps),
+      set_("SetTimer", &setTimer),
+      kill_("KillTimer", &killTimer),
+      play_(play) {
+    contrast.turn(false);
     for (const Kind* const kind : cast)
         actors_.push_back({kind, kFirstId + static_cast<int>(actors_.size()),
                            dice.oneIn(2) ? kind->style : kind->otherStyle});
@@ -223,12 +278,12 @@ Stage::Stage(Play play, bool onScreen, const std::vector<const Kind*>& cast, Dic
     for (Actor& actor : actors_)
         makeFlat(actor);
     ShowWindow(host_, SW_SHOW);
-    heard_.clear();
+    heard_.str({});
 }
 
 Stage::~Stage() {
-    if (host_)
-        DestroyWindow(host_);
+    setDpi(0);
+    timers.clear();
 }
 
 void Stage::createWindow(Actor& actor) {
@@ -250,6 +305,11 @@ void Stage::createWindow(Actor& actor) {
     // A flat bar begins with this range.
     if (family & kScroll)
         SetScrollRange(actor.window, SB_CTL, 0, 100, FALSE);
+}
+
+void Stage::renew(Actor& actor) {
+    createWindow(actor);
+    makeFlat(actor);
 }
 
 void Stage::makeFlat(Actor& actor) {
@@ -303,9 +363,7 @@ std::string Stage::state() {
         if (focus == actor.window || IsChild(actor.window, focus))
             out << " focus";
     }
-    for (const Heard& heard : std::exchange(heard_, {}))
-        out << '\n' << heard;
-    return out.str();
+    return out.str() + std::exchange(heard_, {}).str();
 }
 
 LRESULT CALLBACK Stage::listen(HWND window, UINT message, WPARAM wp, LPARAM lp, UINT_PTR id,
@@ -317,15 +375,13 @@ LRESULT CALLBACK Stage::listen(HWND window, UINT message, WPARAM wp, LPARAM lp, 
 }
 
 void Stage::hear(UINT message, WPARAM wp, LPARAM lp) {
-    if (message == WM_COMMAND) {
-        heard_.push_back(command(LOWORD(wp), HIWORD(wp)));
-    } else if (message == WM_HSCROLL || message == WM_VSCROLL) {
-        const int sender = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
-        heard_.push_back(scrolled(message, sender, LOWORD(wp), HIWORD(wp)));
+    const bool isCommand = message == WM_COMMAND || message == WM_HSCROLL || message == WM_VSCROLL;
+    if (isCommand) {
+        heard_ << '\n' << message << ' ' << wp << ' ' << GetDlgCtrlID(reinterpret_cast<HWND>(lp));
     } else if (message == WM_NOTIFY) {
         const auto& header = *reinterpret_cast<const NMHDR*>(lp);
         if (header.code != NM_CUSTOMDRAW)
-            heard_.push_back(notified(static_cast<int>(header.idFrom), header.code));
+            heard_ << "\nnotified " << header.idFrom << ' ' << static_cast<int>(header.code);
     } else if (message < WM_CTLCOLORMSGBOX || message > WM_CTLCOLORSTATIC) {
         return;
     }

@@ -3,12 +3,14 @@
 #include <functional>
 #include <memory>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "QkDlg/QkXDlg.h"
 #include "QkDlg/ScrollbarHolder.h"
 #include "support/HostDialog.h"
+#include "support/SystemScopes.h"
 
 namespace QkDlgTest {
 
@@ -82,6 +84,11 @@ struct Actor {
     std::unique_ptr<QkDlg::ScrollbarHolder> holder{};
 };
 
+/// The screen's DPI and the timers as the library sees them while a stage stands: none goes by the
+/// clock.
+void setDpi(int dpi);
+void fireTimers();
+
 /// How a stage is filled: with flat controls, with their plain twins, or by the conversion of
 /// QkXDlg.
 enum class Play { Flat, Plain, Converted };
@@ -92,14 +99,14 @@ class Stage {
 public:
     Stage(Play play, bool onScreen, const std::vector<const Kind*>& cast, Dice& dice);
     ~Stage();
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
+
+    HighContrast contrast;
 
     [[nodiscard]] HWND host() const { return host_; }
     [[nodiscard]] std::vector<Actor>& actors() { return actors_; }
 
-    /// A new window in place of the old one, if any.
-    void createWindow(Actor& actor);
+    /// A new window in place of the old one, flat as that was to be.
+    void renew(Actor& actor);
     /// A new object; one whose window is gone is bound again. Only in the flat play, like its end.
     void makeFlat(Actor& actor);
     void makePlain(Actor& actor);
@@ -113,15 +120,19 @@ public:
     void react(std::function<void()> reaction) { reaction_ = std::move(reaction); }
 
 private:
+    void createWindow(Actor& actor);
     static LRESULT CALLBACK listen(HWND window, UINT message, WPARAM wp, LPARAM lp, UINT_PTR id,
                                    DWORD_PTR self);
     void hear(UINT message, WPARAM wp, LPARAM lp);
 
+    ImportPatch caps_;
+    ImportPatch set_;
+    ImportPatch kill_;
     Play play_;
     HWND host_ = nullptr;
     std::unique_ptr<QkDlg::QkXDlg> dialog_;
     std::vector<Actor> actors_;
-    HeardList heard_;
+    std::ostringstream heard_;
     std::function<void()> reaction_;
 };
 

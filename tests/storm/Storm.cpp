@@ -1,14 +1,12 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
+#include <cmath>
 #include <deque>
 #include <iostream>
 #include <map>
-#include <optional>
 #include <thread>
+#include <utility>
 
 #include "storm/Blows.h"
 #include "support/GdiCount.h"
@@ -42,13 +40,6 @@ constexpr std::size_t kTrail = 25;
 constexpr int kCaches = 150;
 constexpr auto kPatience = std::chrono::seconds(60);
 
-struct Options {
-    int messages = 3 * kBlowsPerRound;
-    std::uint64_t seed = 1;
-    std::string kind;
-    std::optional<int> round;
-};
-
 std::string current;            ///< what is being played
 std::deque<std::string> trail;  ///< its last blows
 std::atomic<long long> blows = 0;
@@ -60,76 +51,46 @@ void tell(const std::string& what) {
     std::cout << std::flush;
 }
 
+void fail(const char* what) {
+    tell(what);
+    TerminateProcess(GetCurrentProcess(), 1);
+}
+
 /// The report of the library ends the process.
-void WINAPI exitProcess(UINT status) {
-    if (status == 999)
-        tell("assertion report");
-    TerminateProcess(GetCurrentProcess(), status);
+void WINAPI exitProcess(UINT) {
+    fail("assertion report");
 }
 
 LONG CALLBACK onFault(EXCEPTION_POINTERS* exception) {
-    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
-    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION ||
-        record.ExceptionCode == EXCEPTION_STACK_OVERFLOW) {
-        HMODULE module = nullptr;
-        char name[MAX_PATH]{};
-        GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-                           static_cast<const char*>(record.ExceptionAddress), &module);
-        GetModuleFileNameA(module, name, MAX_PATH);
-        std::printf("fault at %p in %s, loaded at %p\n", record.ExceptionAddress, name,
-                    static_cast<void*>(module));
-        tell("memory fault");
-        TerminateProcess(GetCurrentProcess(), 1);
-    }
+    const DWORD code = exception->ExceptionRecord->ExceptionCode;
+    if (code == EXCEPTION_ACCESS_VIOLATION || code == EXCEPTION_STACK_OVERFLOW)
+        fail("memory fault");
     return EXCEPTION_CONTINUE_SEARCH;
 }
 
 /// A loop that does not end is a fault like any other.
 void watch() {
-    long long seen = -1;
-    auto since = Clock::now();
-    while (true) {
-        std::this_thread::sleep_for(std::chrono::seconds(1));
-        if (blows != seen) {
-            seen = blows;
-            since = Clock::now();
-        } else if (Clock::now() - since > kPatience) {
-            tell("no end");
-            TerminateProcess(GetCurrentProcess(), 1);
-        }
-    }
+    for (long long seen = -1; seen != blows; std::this_thread::sleep_for(kPatience))
+        seen = blows;
+    fail("no end");
 }
 
 /// Where the common controls keep the subclasses of a window. Each look there is a question to
 /// Wine's server, and they were half of what a storm had to wait for: so they look into a map.
-namespace Properties {
+std::map<std::pair<HWND, LPCWSTR>, HANDLE> properties;
 
-std::map<std::pair<HWND, LPCWSTR>, HANDLE> kept;
+HANDLE WINAPI getProperty(HWND window, LPCWSTR name) {
+    return properties[{window, name}];
+}
 
-HANDLE WINAPI get(HWND window, LPCWSTR name) {
-    const auto found = kept.find({window, name});
-    return found != kept.end() ? found->second : nullptr;
+HANDLE WINAPI removeProperty(HWND window, LPCWSTR name) {
+    return std::exchange(properties[{window, name}], nullptr);
 }
-HANDLE WINAPI remove(HWND window, LPCWSTR name) {
-    const auto node = kept.extract({window, name});
-    return node ? node.mapped() : nullptr;
-}
-BOOL WINAPI set(HWND window, LPCWSTR name, HANDLE value) {
-    kept[{window, name}] = value;
+
+BOOL WINAPI setProperty(HWND window, LPCWSTR name, HANDLE value) {
+    properties[{window, name}] = value;
     return TRUE;
 }
-void forgetEndedWindows() {
-    std::erase_if(kept, [](const auto& entry) { return !IsWindow(entry.first.first); });
-}
-
-struct Patch {
-    HMODULE commonControls = GetModuleHandleW(L"comctl32");
-    ImportPatch get{"GetPropW", &Properties::get, commonControls};
-    ImportPatch remove{"RemovePropW", &Properties::remove, commonControls};
-    ImportPatch set{"SetPropW", &Properties::set, commonControls};
-};
-
-}  // namespace Properties
 
 struct Round {
     std::string name;  ///< of a kind, "mixed" or "dialog"
@@ -160,21 +121,19 @@ std::vector<const Kind*> castOf(const Round& round, Dice& dice) {
 }
 
 /// What was seen during a round, look by look.
-std::vector<std::string> play(const Round& round, bool flat, int blowsPerLook,
+std::vector<std::string> play(const Round& round, bool flat, int blowsPerLook = kBlowsPerLook,
                               int count = kBlowsPerRound) {
     current = round.name + " --seed " + std::to_string(round.seed) + " --round " +
               std::to_string(round.number) + (flat ? " flat" : " plain");
     trail.clear();
     Dice dice(round.dice());
-    Surroundings surroundings;
     std::vector<std::string> looks;
     const Play how = !flat ? Play::Plain : round.name == "dialog" ? Play::Converted : Play::Flat;
     Stage stage(how, round.onScreen(), castOf(round, dice), dice);
-    Blows storm(stage, dice, surroundings, round.free());
     for (int i = 1; i <= count; ++i) {
         if (trail.size() == kTrail)
             trail.pop_front();
-        storm.strike(trail.emplace_back());
+        strike(stage, dice, round.free(), trail.emplace_back());
         ++blows;
         if (!round.free() && i % blowsPerLook == 0)
             looks.push_back(stage.state());
@@ -184,32 +143,32 @@ std::vector<std::string> play(const Round& round, bool flat, int blowsPerLook,
     if (!round.free() && round.name != "dialog")
         looks.push_back(last);
     drain();
-    Properties::forgetEndedWindows();
+    properties.clear();
     return looks;
 }
 
-/// Both plays once more, with a look after each blow, and up to the first difference. Some show
-/// only to who looks less often, as looking asks the control.
-void explain(const Round& round) {
-    for (const int blowsPerLook : {1, kBlowsPerLook}) {
-        const auto plain = play(round, false, blowsPerLook);
-        const auto flat = play(round, true, blowsPerLook);
-        const auto [difference, same] = std::mismatch(flat.begin(), flat.end(), plain.begin());
-        if (difference == flat.end())
-            continue;
-        const auto look = static_cast<int>(difference - flat.begin());
-        play(round, true, blowsPerLook, std::min((look + 1) * blowsPerLook, kBlowsPerRound));
-        std::cout << "plain: " << *same << "\nflat:  " << *difference << '\n';
-        return tell("the flat controls tell of themselves what their plain twins do not");
-    }
-    tell("the twins differed, but no longer do");
+/// Both plays of a round tell the same.
+bool isSame(const Round& round, int blowsPerLook) {
+    const auto flat = play(round, true, blowsPerLook);
+    if (round.free())
+        return true;
+    const auto plain = play(round, false, blowsPerLook);
+    const auto [difference, same] = std::mismatch(flat.begin(), flat.end(), plain.begin());
+    if (difference == flat.end())
+        return true;
+    // Once more as far as there, for the last blows.
+    const auto look = static_cast<int>(difference - flat.begin()) + 1;
+    play(round, true, blowsPerLook, std::min(look * blowsPerLook, kBlowsPerRound));
+    std::cout << "plain: " << *same << "\nflat:  " << *difference << '\n';
+    tell("the flat controls tell of themselves what their plain twins do not");
+    return false;
 }
 
 bool playRound(const Round& round) {
-    const auto flat = play(round, true, kBlowsPerLook);
-    if (round.free() || play(round, false, kBlowsPerLook) == flat)
+    if (isSame(round, kBlowsPerLook))
         return true;
-    explain(round);
+    // Closer, if the difference shows to who looks after each blow: looking asks the control.
+    (void)isSame(round, 1);
     return false;
 }
 
@@ -223,50 +182,34 @@ bool leftNothing(const Holdings& before) {
     return false;
 }
 
-bool storm(const std::string& name, const Options& options) {
+/// One round when its number is given.
+bool storm(const std::string& name, std::uint64_t seed, int messages, const std::string& round) {
     const auto begin = Clock::now();
     // The caches of library and system fill first.
     for (const int number : kWarmUpRounds)
-        play({name, options.seed, number}, true, kBlowsPerLook);
+        play({name, seed, number}, true);
     const Holdings before = holdings();
+    int number = round.empty() ? kFirstRound : std::stoi(round);
     int sent = 0;
-    for (int number = options.round.value_or(kFirstRound); sent < options.messages; ++number) {
-        if (!playRound({name, options.seed, number}) || !leftNothing(before))
+    do {
+        if (!playRound({name, seed, number++}) || !leftNothing(before))
             return false;
         sent += kBlowsPerRound;
-        if (options.round)
-            break;
-    }
-    const auto seconds = std::chrono::duration<double>(Clock::now() - begin).count();
+    } while (round.empty() && sent < messages);
+    const std::chrono::duration<double> seconds = Clock::now() - begin;
     std::cout << "storm: " << name << ": " << sent << " messages, nothing wrong ("
-              << static_cast<long long>(static_cast<double>(sent) / seconds) << " a second)"
-              << std::endl;
+              << std::llround(sent / seconds.count()) << " a second)" << std::endl;
     return true;
-}
-
-bool parse(int argc, char** argv, Options& options) {
-    for (int i = 1; i + 1 < argc; i += 2) {
-        const std::string name = argv[i];
-        const char* const value = argv[i + 1];
-        if (name == "--messages")
-            options.messages = std::atoi(value);
-        else if (name == "--seed")
-            options.seed = std::strtoull(value, nullptr, 10);
-        else if (name == "--class")
-            options.kind = value;
-        else if (name == "--round")
-            options.round = std::atoi(value);
-        else
-            return false;
-    }
-    return argc % 2 == 1;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    Options options;
-    if (!parse(argc, argv, options)) {
+    std::map<std::string, std::string> options{
+        {"--messages", "600"}, {"--seed", "1"}, {"--class", ""}, {"--round", ""}};
+    for (int i = 1; i + 1 < argc; i += 2)
+        options[argv[i]] = argv[i + 1];
+    if (argc % 2 == 0 || options.size() != 4) {
         std::cout << "usage: StormTests6 [--messages N] [--seed S] [--class NAME] [--round N]\n";
         return 2;
     }
@@ -274,7 +217,10 @@ int main(int argc, char** argv) {
     InitCommonControlsEx(&controls);
     AddVectoredExceptionHandler(1, &onFault);
     const ImportPatch exit("ExitProcess", &exitProcess);
-    const Properties::Patch properties;
+    const HMODULE commonControls = GetModuleHandleW(L"comctl32");
+    const ImportPatch get("GetPropW", &getProperty, commonControls);
+    const ImportPatch remove("RemovePropW", &removeProperty, commonControls);
+    const ImportPatch set("SetPropW", &setProperty, commonControls);
     const QuickInput quick;
     std::thread(watch).detach();
     moveAway();
@@ -284,9 +230,11 @@ int main(int argc, char** argv) {
         names.insert(names.begin(), kind.name);
     bool passed = true;
     for (const std::string& name : names) {
-        if (options.kind.empty() || options.kind == name)
-            passed = storm(name, options) && passed;
+        const std::string& only = options["--class"];
+        if (only.empty() || only == name)
+            passed = storm(name, std::stoull(options["--seed"]), std::stoi(options["--messages"]),
+                           options["--round"]) &&
+                     passed;
     }
-    std::cout << std::flush;
     return passed ? 0 : 1;
 }
