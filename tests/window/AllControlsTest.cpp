@@ -1,0 +1,251 @@
+// What every control owes its host and its user, whatever its type.
+#include <memory>
+#include <ostream>
+#include <tuple>
+
+#include "Exports/ControlFactory.h"
+#include "QkDlg/QkDlg.h"
+#include "QkDlg/QkFlatComboBoxDropdown.h"
+#include "QkDlg/QkFlatComboBoxSimple.h"
+#include "support/WindowTest.h"
+
+using namespace QkDlg;
+using namespace QkDlgTest;
+
+namespace {
+
+constexpr int kFirst = 101;
+constexpr int kEditableCombo = 1001;
+constexpr int kSimpleCombo = 1002;
+
+/// Spoils the memory of what it deletes, so that a later call into it is a fault.
+struct Spoiler {
+    void operator()(QkCustomControl* control) const {
+        void* const memory = dynamic_cast<void*>(control);
+        std::destroy_at(control);
+        SecureZeroMemory(memory, sizeof *control);
+        ::operator delete(memory);
+    }
+};
+using Flat = std::unique_ptr<QkCustomControl, Spoiler>;
+
+struct Kind {
+    const char* name;
+    int type;  ///< of the DLL's function, or one of those above
+    const wchar_t* windowClass;
+    DWORD style;
+};
+
+std::ostream& operator<<(std::ostream& out, const Kind& kind) {
+    return out << kind.name;
+}
+
+constexpr DWORD kOwnerDrawn = CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS;
+const Kind kPush{"push", QK_PUSH_BUTTON, WC_BUTTONW, BS_PUSHBUTTON | BS_NOTIFY};
+const Kind kBlue{"blue", QK_BLUE_BUTTON, WC_BUTTONW, BS_DEFPUSHBUTTON | BS_MULTILINE};
+const Kind kSettings{"settings", QK_SETTINGS_BUTTON, WC_BUTTONW, BS_PUSHBUTTON};
+const Kind kSplit{"split", QK_SPLIT_BUTTON, WC_BUTTONW, BS_SPLITBUTTON};
+const Kind kDrop{"drop", QK_DROP_BUTTON, WC_BUTTONW, BS_SPLITBUTTON};
+const Kind kRadio{"radio", QK_RADIO_BUTTON, WC_BUTTONW, BS_AUTORADIOBUTTON | BS_NOTIFY};
+const Kind kCheck{"check", QK_CHECK_BOX, WC_BUTTONW, BS_AUTOCHECKBOX | BS_NOTIFY};
+const Kind kSwitch{"switch", QK_TOGGLE, WC_BUTTONW, BS_AUTOCHECKBOX};
+const Kind kList{"list", QK_COMBO_DROPDOWN_LIST, WC_COMBOBOXW, CBS_DROPDOWNLIST};
+const Kind kOwn{"own", QK_COMBO_DROPDOWN_LIST, WC_COMBOBOXW, kOwnerDrawn};
+const Kind kCombo{"combo", kEditableCombo, WC_COMBOBOXW, CBS_DROPDOWN | CBS_AUTOHSCROLL};
+const Kind kSimple{"simple", kSimpleCombo, WC_COMBOBOXW, CBS_SIMPLE | CBS_AUTOHSCROLL};
+const Kind kProgress{"progress", QK_PROGRESS_BAR, PROGRESS_CLASSW, 0};
+const Kind kLabel{"label", QK_STATIC_TEXT, WC_STATICW, 0};
+
+class AllControlsTest : public WindowTest, public testing::WithParamInterface<Kind> {
+protected:
+    // Brushes that edits keep, and what the system draws open lists with.
+    AllControlsTest() { allowGdiGrowth(6); }
+
+    HWND add(int id) {
+        const Kind& kind = GetParam();
+        const int top = 20 + (id - kFirst) * 120;
+        const HWND window = host_.add(kind.windowClass, L"&Text", kind.style | WS_TABSTOP,
+                                      scaledArea(20, top, 140, 30), id);
+        for (const wchar_t* item : {L"Item 1", L"Item 2", L"Item 3"})
+            SendMessageW(window, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item));
+        return window;
+    }
+    static Flat flatten(HWND window) {
+        const auto id = static_cast<UINT>(GetDlgCtrlID(window));
+        Flat control;
+        switch (GetParam().type) {
+            case kEditableCombo: control.reset(new QkFlatComboBoxDropdown(id)); break;
+            case kSimpleCombo: control.reset(new QkFlatComboBoxSimple(id)); break;
+            default: control.reset(makeControl(GetParam().type, id).release());
+        }
+        control->Attach(window);
+        drain();
+        return control;
+    }
+
+    HostDialog host_{{.width = scaled(200), .height = scaled(260)}};
+};
+
+void useWithMouseAndKeyboard(HWND window) {
+    const RECT client(area(0, 0, static_cast<int>(clientBox(window).right), scaled(20)));
+    click(window, client.right / 2, client.bottom / 2);
+    doubleClick(window);
+    click(window, client.right - scaled(7), client.bottom / 2);
+    for (const int key : {VK_SPACE, VK_DOWN, VK_RETURN, VK_F4, VK_UP, VK_ESCAPE})
+        keyTap(key);
+    keyDown(VK_MENU);
+    keyTap('T');
+    keyTap(VK_DOWN);
+    keyUp(VK_MENU);
+    wheel(-1);
+    typeText(L"it");
+    keyTap(VK_TAB);
+}
+
+using PlainTwinTest = AllControlsTest;
+
+TEST_P(PlainTwinTest, ParentAndScreenReaderHearWhatAPlainControlTells) {
+    enum class Course { Plain, MadeFlat, DeletedEarly };
+    std::vector<Image> looks;
+    const auto used = [&](Course course) {
+        const HWND window = add(kFirst);
+        const HWND next = add(kFirst + 1);
+        Flat control = course == Course::Plain ? nullptr : flatten(window);
+        const Flat second = course == Course::Plain ? nullptr : flatten(next);
+        if (course == Course::DeletedEarly)
+            control.reset();
+        drain();
+        const Accessible told = accessible(window);
+        looks.push_back(onScreen(window));
+        SetFocus(nullptr);
+        host_.forget();
+        useWithMouseAndKeyboard(window);
+        std::tuple result(host_.heard(), told, textOf(window),
+                          SendMessageW(window, BM_GETCHECK, 0, 0),
+                          SendMessageW(window, CB_GETCURSEL, 0, 0));
+        DestroyWindow(window);
+        DestroyWindow(next);
+        return result;
+    };
+    const auto plain = used(Course::Plain);
+    EXPECT_GE(std::get<0>(plain).size(), 4U);
+    EXPECT_EQ(used(Course::MadeFlat), plain);
+    EXPECT_EQ(used(Course::DeletedEarly), plain);
+    EXPECT_NE(looks[1], looks[0]);
+    // Combos keep the borders that they have got.
+    if (GetParam().windowClass == kPush.windowClass) {
+        EXPECT_THAT(looks[2], looksLike(looks[0])) << "at once";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, PlainTwinTest,
+                         testing::Values(kPush, kBlue, kSplit, kDrop, kRadio, kCheck, kList, kOwn,
+                                         kCombo, kSimple),
+                         testing::PrintToStringParamName());
+
+/// What hosts and system send to controls; each takes what its class knows.
+const std::tuple<UINT, WPARAM, LPARAM> kMessages[] = {
+    {BM_SETSTATE, TRUE, 0},
+    {BM_SETSTATE, FALSE, 0},
+    {BM_SETCHECK, TRUE, 0},
+    {BM_CLICK, 0, 0},
+    {BM_SETCHECK, FALSE, 0},
+    {WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"Another")},
+    {WM_CHANGEUISTATE, MAKEWPARAM(UIS_SET, UISF_HIDEACCEL), 0},
+    {WM_THEMECHANGED, 0, 0},
+    {WM_SETFOCUS, 0, 0},
+    {WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(9, 9)},
+    {WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(9, 9)},
+    {WM_LBUTTONUP, 0, MAKELPARAM(9, 9)},
+    {WM_KEYDOWN, VK_DOWN, 0},
+    {WM_KEYDOWN, VK_F4, 0},
+    {WM_KEYDOWN, VK_F4, 0},
+    {WM_SYSKEYDOWN, VK_DOWN, 1L << 29},
+    {WM_MOUSEWHEEL, MAKEWPARAM(0, 0xFF88), 0},
+    {CB_SHOWDROPDOWN, TRUE, 0},
+    {CB_SHOWDROPDOWN, FALSE, 0},
+    {CB_SETCURSEL, 1, 0},
+    {CB_DELETESTRING, 1, 0},
+    {PBM_SETPOS, 50, 0},
+    {WM_ENABLE, FALSE, 0},
+    {WM_ENABLE, TRUE, 0},
+    {WM_CANCELMODE, 0, 0},
+    {WM_KILLFOCUS, 0, 0},
+};
+
+TEST_P(AllControlsTest, StaysFlatWhateverItGetsAndLeaksNothing) {
+    const HWND window = add(kFirst);
+    const Flat control = flatten(window);
+    const HWND edit = FindWindowExW(window, nullptr, WC_EDITW, nullptr);
+    const auto expectFlat = [&](UINT after) {
+        // What is on the screen is what it prints; an edit shows itself.
+        UpdateWindow(window);
+        Box part = clientBox(window);
+        part.left = edit ? windowBox(edit).right - windowBox(window).left : 0;
+        EXPECT_THAT(onScreen(window).part(part), looksLike(printed(window).part(part))) << after;
+    };
+    const auto step = [&](UINT message, WPARAM wParam, LPARAM lParam) {
+        SendMessageW(window, message, wParam, lParam);
+        const int type = GetParam().type;
+        // A pressed switch follows the real mouse at each painting.
+        const bool follows = type == QK_TOGGLE && GetCapture() == window;
+        if (type != kSimpleCombo && type != QK_STATIC_TEXT && !follows)
+            expectFlat(message);
+    };
+    host_.onMessage([&](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_COMMAND && HIWORD(wParam) == CBN_SELCHANGE)
+            step(CB_SETCURSEL, 0, 0);
+        return std::nullopt;
+    });
+    HighContrast contrast;
+    for (const bool high : {true, false}) {
+        contrast.turn(high);
+        control->Refresh();
+        drain();
+        step(BM_SETSTYLE, GetParam().style & BS_TYPEMASK, TRUE);
+        for (const auto& [message, wParam, lParam] : kMessages)
+            step(message, wParam, lParam);
+        EXPECT_TRUE(doesNotLeak(10, [&] {
+            for (const auto& [message, wParam, lParam] : kMessages)
+                SendMessageW(window, message, wParam, lParam);
+            static_cast<void>(printed(window));
+        }));
+    }
+    host_.onMessage({});
+    ShowWindow(window, SW_HIDE);
+    for (const auto& [message, wParam, lParam] : kMessages)
+        SendMessageW(window, message, wParam, lParam);
+    EXPECT_FALSE(IsWindowVisible(window)) << "shown by a message";
+}
+
+TEST_P(AllControlsTest, IsNotTouchedWhenTheHostDeletesItWhileItIsToldOrPaints) {
+    for (const UINT told :
+         std::initializer_list<UINT>{WM_COMMAND, WM_CTLCOLORSTATIC, WM_CTLCOLORBTN, WM_DRAWITEM}) {
+        for (const bool windowToo : {false, true}) {
+            const HWND window = add(kFirst);
+            Flat control = flatten(window);
+            host_.onMessage([&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+                if (message == told) {
+                    control.reset();
+                    if (windowToo && told == WM_COMMAND)
+                        DestroyWindow(window);
+                }
+                return std::nullopt;
+            });
+            click(window, scaled(20), scaled(10));
+            keyTap(VK_DOWN);
+            InvalidateRect(window, nullptr, TRUE);
+            drain();
+            host_.onMessage({});
+            EXPECT_EQ(IsWindow(window) != FALSE, control || !windowToo || told != WM_COMMAND);
+            DestroyWindow(window);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, AllControlsTest,
+                         testing::Values(kPush, kBlue, kSettings, kSplit, kDrop, kRadio, kCheck,
+                                         kSwitch, kList, kOwn, kCombo, kSimple, kProgress, kLabel),
+                         testing::PrintToStringParamName());
+
+}  // namespace
