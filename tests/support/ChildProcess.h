@@ -1,6 +1,6 @@
 #pragma once
 
-#include <optional>
+#include <functional>
 #include <string>
 
 #include "QkDlg/Win32.h"
@@ -14,13 +14,6 @@
 //     }
 namespace QkDlgTest {
 
-struct ChildResult {
-    std::optional<DWORD> exitStatus;  ///< nothing if it had to be stopped after the time-out
-    std::string output;               ///< the bytes of its standard output
-};
-
-[[nodiscard]] ChildResult runChild(const std::string& name, DWORD timeoutMilliseconds = 10'000);
-
 /// Runs the child and expects the report, nothing else on standard output, and status 999.
 void expectAssertReport(const std::string& childName, const std::string& module, int line);
 
@@ -31,6 +24,20 @@ class ChildRegistration {
 public:
     ChildRegistration(const char* name, void (*body)());
 };
+
+struct Outcome {
+    DWORD status = STILL_ACTIVE;  ///< that, if it did not start or had to be stopped
+    std::string output;
+};
+
+/// The folder of this program, with a backslash at its end.
+[[nodiscard]] std::wstring programFolder();
+
+/// Runs a program of that folder in that folder, for a minute at most. `meanwhile` is called while
+/// it runs.
+[[nodiscard]] Outcome runProgram(
+    const std::wstring& name, const std::wstring& arguments,
+    const std::function<void()>& meanwhile = [] {});
 
 }  // namespace QkDlgTest
 

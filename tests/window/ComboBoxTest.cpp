@@ -139,12 +139,14 @@ TEST_F(ComboBoxTest, ButtonFadesUnderTheMouseInBothDirectionsUnlessThereAreFewCo
         const int middle = idle.width() / 2, bottom = idle.height() - 1;
         const Box text(mirrored ? middle : 1, 1, idle.width() - (mirrored ? 1 : middle), bottom);
         EXPECT_TRUE(idle.part(text).boundingBoxOf(isDark));
+        const auto buttonColour = [&] { return shown().at(mirrored ? 3 : idle.width() - 3, 3); };
         auto depth = std::make_unique<ScreenDepth>(16);
         moveToButton();
+        pump(300);
+        EXPECT_EQ(buttonColour(), kWhite);
         depth.reset();
         moveTo(combo_, scaled(20), 5);
         pump(50);
-        const auto buttonColour = [&] { return shown().at(mirrored ? 3 : idle.width() - 3, 3); };
         EXPECT_EQ(buttonColour(), kWhite) << "the item is not the button";
         moveToButton();
         EXPECT_TRUE(pumpUntil([&] { return buttonColour() == kHover; }));

@@ -42,7 +42,10 @@ namespace {
 
 using namespace QkDlg;
 
-class DialogTest : public WindowTest {};
+class DialogTest : public WindowTest {
+protected:
+    DialogTest() { LoadLibraryW(L"msftedit.dll"); }
+};
 
 constexpr UINT kRunBody = WM_APP + 1;
 
@@ -308,7 +311,6 @@ TEST_F(DialogTest, ADialogOfTheHostsOwnMakingEndsInAnyOrder) {
 
 TEST_F(DialogTest, EveryRowOfTheConversionMakesItsControl) {
     allowGdiGrowth(2);
-    LoadLibraryW(L"msftedit.dll");
     TestDialog dialog(IDD_FLAT, true);
     // Twice, with the mouse left somewhere in between: nothing of the first run may be left.
     for (int run = 0; run < 2; ++run) {
