@@ -238,28 +238,28 @@ TEST_P(AllControlsTest, StaysFlatWhateverItGetsAndLeaksNothing) {
     EXPECT_FALSE(IsWindowVisible(window)) << "shown by a message";
 }
 
-TEST_P(AllControlsTest, IsNotTouchedWhenTheHostDeletesItWhileItIsToldOrPaints) {
-    for (const UINT told :
-         std::initializer_list<UINT>{WM_COMMAND, WM_CTLCOLORSTATIC, WM_CTLCOLORBTN, WM_DRAWITEM}) {
-        for (const bool windowToo : {false, true}) {
-            const HWND window = add(kFirst);
-            Flat control = flatten(window);
-            host_.onMessage([&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
-                if (message == told) {
-                    control.reset();
-                    if (windowToo && told == WM_COMMAND)
-                        DestroyWindow(window);
-                }
+TEST_P(AllControlsTest, IsNotTouchedWhenTheHostEndsItWhileItIsToldOrPaints) {
+    const std::pair<UINT, bool> ends[] = {{WM_COMMAND, false},        {WM_COMMAND, true},
+                                          {WM_NOTIFY, false},         {WM_DRAWITEM, false},
+                                          {WM_CTLCOLORSTATIC, false}, {WM_CTLCOLORBTN, false}};
+    for (const auto& [told, windowToo] : ends) {
+        const HWND window = add(kFirst);
+        Flat control = flatten(window);
+        host_.onMessage([&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message != told)
                 return std::nullopt;
-            });
-            click(window, scaled(20), scaled(10));
-            keyTap(VK_DOWN);
-            InvalidateRect(window, nullptr, TRUE);
-            drain();
-            host_.onMessage({});
-            EXPECT_EQ(IsWindow(window) != FALSE, control || !windowToo || told != WM_COMMAND);
-            DestroyWindow(window);
-        }
+            control.reset();
+            if (windowToo)
+                DestroyWindow(window);
+            return std::nullopt;
+        });
+        click(window, clientBox(window).right - scaled(7), scaled(10));
+        keyTap(VK_DOWN);
+        InvalidateRect(window, nullptr, TRUE);
+        drain();
+        host_.onMessage({});
+        EXPECT_EQ(IsWindow(window) != FALSE, control || !windowToo);
+        DestroyWindow(window);
     }
 }
 
