@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
+#include <vector>
 
 #include "QkUtil/Handles.h"
 
@@ -15,8 +15,8 @@ using QkDlg::UniqueKernelHandle;
 constexpr DWORD kReportStatus = 999;
 constexpr DWORD kPatience = 60'000;
 
-std::map<std::string, void (*)()>& bodies() {
-    static std::map<std::string, void (*)()> registered;
+std::vector<const BrokenContract*>& contracts() {
+    static std::vector<const BrokenContract*> registered;
     return registered;
 }
 
@@ -46,16 +46,13 @@ std::string contentsOf(HANDLE file) {
 
 }  // namespace
 
-ChildRegistration::ChildRegistration(const char* name, void (*body)()) {
-    bodies()[name] = body;
+BrokenContract::BrokenContract(const char* itsModule, int itsLine, void (*itsBody)())
+    : module(itsModule), line(itsLine), body(itsBody) {
+    contracts().push_back(this);
 }
 
-bool runChildBody(const std::string& name) {
-    const auto body = bodies().find(name);
-    if (body == bodies().end())
-        return false;
-    body->second();
-    return true;
+void breakContract(int number) {
+    contracts().at(static_cast<std::size_t>(number))->body();
 }
 
 std::wstring programFolder() {
@@ -88,14 +85,17 @@ Outcome runProgram(const std::wstring& name, const std::wstring& arguments,
     return run;
 }
 
-void expectAssertReport(const std::string& childName, const std::string& module, int line) {
-    const Outcome child =
-        runProgram(programPath().substr(programFolder().size()),
-                   L"--child=" + std::wstring(childName.begin(), childName.end()));
-    EXPECT_EQ(child.status, kReportStatus) << childName;
-    EXPECT_EQ(child.output, "\r\nFATAL ERROR: assert failure in Module: " + module +
-                                " Line number: " + std::to_string(line) + "\r\n")
-        << childName;
+void expectAssertReports() {
+    const std::wstring self = programPath().substr(programFolder().size());
+    EXPECT_FALSE(contracts().empty());
+    for (std::size_t i = 0; i < contracts().size(); ++i) {
+        const BrokenContract& contract = *contracts()[i];
+        const Outcome child = runProgram(self, L"--child=" + std::to_wstring(i));
+        EXPECT_EQ(child.status, kReportStatus) << contract.module << ' ' << contract.line;
+        EXPECT_EQ(child.output,
+                  "\r\nFATAL ERROR: assert failure in Module: " + std::string(contract.module) +
+                      " Line number: " + std::to_string(contract.line) + "\r\n");
+    }
 }
 
 }  // namespace QkDlgTest

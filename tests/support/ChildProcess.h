@@ -5,25 +5,27 @@
 
 #include "QkDlg/Win32.h"
 
-// Tests of what ends a process run this same program once more, with a body of its own:
+// What ends a process runs in a copy of this program. The contracts stand in static tables,
 //
-//     CHILD_PROCESS(AsksForAnUnknownColour) { QkDlg::GetUIColor(99); }
+//     const BrokenContract kContracts[] = {{"src/QkUtil", 452, [] { GetUIColor(99); }}};
 //
-//     TEST(UiColours, UnknownOneIsReported) {
-//         expectAssertReport("AsksForAnUnknownColour", "src/QkUtil", 452);
-//     }
+// and one test of the program calls expectAssertReports.
 namespace QkDlgTest {
 
-/// Runs the child and expects the report, nothing else on standard output, and status 999.
-void expectAssertReport(const std::string& childName, const std::string& module, int line);
+/// What breaks a contract of the library, and the site that its report must name.
+struct BrokenContract {
+    BrokenContract(const char* module, int line, void (*body)());
 
-/// Runs the named child body in this process; false if there is none.
-bool runChildBody(const std::string& name);
-
-class ChildRegistration {
-public:
-    ChildRegistration(const char* name, void (*body)());
+    const char* module;
+    int line;
+    void (*body)();
 };
+
+/// Runs a child for each: it must write the report, nothing else, and end with status 999.
+void expectAssertReports();
+
+/// Breaks the contract of that number in this process.
+void breakContract(int number);
 
 struct Outcome {
     DWORD status = STILL_ACTIVE;  ///< that, if it did not start or had to be stopped
@@ -40,8 +42,3 @@ struct Outcome {
     const std::function<void()>& meanwhile = [] {});
 
 }  // namespace QkDlgTest
-
-#define CHILD_PROCESS(name)                                                                     \
-    static void childBody##name();                                                              \
-    static const QkDlgTest::ChildRegistration childRegistration##name(#name, &childBody##name); \
-    static void childBody##name()
