@@ -239,9 +239,10 @@ TEST_P(AllControlsTest, StaysFlatWhateverItGetsAndLeaksNothing) {
 }
 
 TEST_P(AllControlsTest, IsNotTouchedWhenTheHostEndsItWhileItIsToldOrPaints) {
-    const std::pair<UINT, bool> ends[] = {{WM_COMMAND, false},        {WM_COMMAND, true},
-                                          {WM_NOTIFY, false},         {WM_DRAWITEM, false},
-                                          {WM_CTLCOLORSTATIC, false}, {WM_CTLCOLORBTN, false}};
+    const std::pair<UINT, bool> ends[] = {{WM_COMMAND, false},    {WM_COMMAND, true},
+                                          {WM_NOTIFY, false},     {WM_DRAWITEM, false},
+                                          {WM_VSCROLL, false},    {WM_CTLCOLORSTATIC, false},
+                                          {WM_CTLCOLORBTN, false}};
     for (const auto& [told, windowToo] : ends) {
         const HWND window = add(kFirst);
         Flat control = flatten(window);

@@ -62,16 +62,14 @@ TEST(TestSupport, TellsThatSomethingIsLost) {
 
 // Colours and bitmaps
 
-TEST(UiColours, TurnToSystemColoursInHighContrastAtOnce) {
-    EXPECT_EQ(GetUIColor(UICLR_ACCENT), 0xC0761Bu);
-    EXPECT_EQ(GetUIColor(UICLR_LINE), 0xDFDFDFu);
-    HighContrast contrast;
-    EXPECT_EQ(GetUIColor(UICLR_ACCENT), GetSysColor(COLOR_HOTLIGHT));
-    EXPECT_EQ(GetUIColor(UICLR_HOVER), GetSysColor(COLOR_GRADIENTACTIVECAPTION));
-    EXPECT_EQ(GetUIColor(UICLR_PRESSED_BORDER), GetSysColor(COLOR_ACTIVECAPTION));
-    EXPECT_EQ(GetUIColor(UICLR_LINE), 0xDFDFDFu);
-    contrast.turn(false);
-    EXPECT_EQ(GetUIColor(UICLR_ACCENT), 0xC0761Bu);
+TEST(UiColours, TurnToSystemColoursInHighContrast) {
+    const std::array accents{UICLR_ACCENT, UICLR_HOVER, UICLR_PRESSED_BORDER, UICLR_LINE};
+    const HighContrast contrast;
+    const std::array contrasting{GetSysColor(COLOR_HOTLIGHT),
+                                 GetSysColor(COLOR_GRADIENTACTIVECAPTION),
+                                 GetSysColor(COLOR_ACTIVECAPTION), DWORD{0xDFDFDF}};
+    for (std::size_t i = 0; i < accents.size(); ++i)
+        EXPECT_EQ(GetUIColor(accents[i]), contrasting[i]) << i;
 }
 
 struct BitmapSet {
@@ -154,7 +152,7 @@ TEST_F(DrawingTest, GlyphsAreRecolouredOnlyInHighContrast) {
     EXPECT_EQ(drawn(glyph(false)).at(0, 0), RGB(128, 128, 128));
 }
 
-// Fonts, strings, globals
+// Fonts, globals
 
 TEST(Fonts, AreSharedByDescription) {
     const HFONT font = GetFont(0, L"", FW_NORMAL, 0);

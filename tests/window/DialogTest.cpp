@@ -383,14 +383,12 @@ TEST_F(DialogTest, ColoursComeFromTheControlThatAsks) {
     TestDialog dialog(IDD_FLAT, true);
     dialog.run([](TestDialog& open) {
         const auto ask = [&](UINT message, HWND control) {
-            const HDC dc = CreateCompatibleDC(nullptr);
-            SetTextColor(dc, RGB(1, 2, 3));
+            const MemoryDc dc(CreateCompatibleDC(nullptr));
+            SetTextColor(dc.get(), RGB(1, 2, 3));
             const INT_PTR brush =
-                QkXDlg::GetDialogProc()(open.window(), message, reinterpret_cast<WPARAM>(dc),
+                QkXDlg::GetDialogProc()(open.window(), message, reinterpret_cast<WPARAM>(dc.get()),
                                         reinterpret_cast<LPARAM>(control));
-            const COLORREF text = GetTextColor(dc);
-            DeleteDC(dc);
-            return std::pair(brush, text);
+            return std::pair(brush, GetTextColor(dc.get()));
         };
         const auto nullPen = reinterpret_cast<INT_PTR>(GetStockObject(NULL_PEN));
         const HWND second = FindWindowExW(open.window(), nullptr, L"Static", L"Second of many");
