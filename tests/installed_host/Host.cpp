@@ -16,7 +16,6 @@ using QkDlg::QkXDlg;
 
 constexpr UINT kDialog = 120;
 constexpr int kEdit = 1001;
-constexpr int kCheck = 1002;
 constexpr int kSwitch = 1003;
 
 int failures = 0;
@@ -107,13 +106,6 @@ void expectHeard(HostDialog& dialog, const char* what, const std::string& wanted
     check(all.find(wanted) != std::string::npos, (std::string(what) + ": " + all).c_str());
 }
 
-HWND focused(HWND dialog) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-    return info.hwndFocus;
-}
-
 void expectFlat(const HostDialog& dialog, bool flat) {
     const HWND ok = GetDlgItem(dialog.window(), IDOK);
     check((pixel(ok, 5, 5) == QkDlg::GetUIColor(QkDlg::UICLR_ACCENT)) == flat, "accent on OK");
@@ -126,18 +118,11 @@ void expectFlat(const HostDialog& dialog, bool flat) {
     check(std::wstring(font.lfFaceName) == L"Tahoma", "the described font");
 }
 
-void useDialog(HostDialog& dialog) {
-    const HWND window = dialog.window();
+void type(HostDialog& dialog) {
     for (const wchar_t* letter = L"ABC"; *letter; ++letter)
         tap(static_cast<WORD>(*letter));
     expectHeard(dialog, "typing", "OnCommand 1001 768");
     check(dialog.GetItemText(kEdit) == L"abc", "the text is there");
-    tap(VK_TAB);
-    expectHeard(dialog, "Tab", "OnCommand 1001 512");
-    check(focused(window) == GetDlgItem(window, kCheck), "Tab reached the check box");
-    tap(VK_SPACE);
-    expectHeard(dialog, "space", "OnCommand 1002 0");
-    check(IsDlgButtonChecked(window, kCheck) == BST_CHECKED, "the check box is checked");
     tap(VK_F1);
     expectHeard(dialog, "F1", "OnHelp");
 }
@@ -163,8 +148,7 @@ int main() {
     run(standard, IDCANCEL, "OnCancel", [] { tap(VK_ESCAPE); });
     HostDialog flat(true);
     run(flat, IDOK, "OnOK", [&] {
-        useDialog(flat);
-        tap(VK_TAB, VK_SHIFT);
+        type(flat);
         tap(VK_RETURN);
     });
     run(flat, IDCANCEL, "OnCancel", [] { tap(VK_ESCAPE); });

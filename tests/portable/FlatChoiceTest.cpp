@@ -40,6 +40,7 @@ TEST(FlatChoice, FollowsClassStyleAndKind) {
         {L"Button", 0, L"drop", None, UnknownKind},
         {L"Button", 3, L"toggle", Toggle},
         {L"Button", 2, L"blue", Checkbox},
+        {L"Button", 4, nullptr, Radio},
         {L"Button", 9, nullptr, Radio},
         {L"Button", 0xD, L"drop", DropButton},
         {L"Button", 7, nullptr, None, UnknownType},

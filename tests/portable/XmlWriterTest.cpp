@@ -17,7 +17,7 @@ std::string written(const std::function<void(XmlWriter&)>& content) {
     return writer.finish().value_or("failed");
 }
 
-TEST(XmlWriter, EscapesSoThatReadingGivesTheSame) {
+TEST(XmlWriter, Escapes) {
     struct Case {
         std::u16string_view content;
         std::string_view attribute, text, cdata;
@@ -48,13 +48,6 @@ TEST(XmlWriter, EscapesSoThatReadingGivesTheSame) {
         EXPECT_EQ(attribute, each.attribute);
         EXPECT_EQ(text, each.text);
         EXPECT_EQ(cdata, each.cdata);
-        XmlDocument document;
-        ASSERT_FALSE(document.parseBytes(attribute));
-        EXPECT_EQ(document.find(u"a").attribute(u"b"), each.content);
-        ASSERT_FALSE(document.parseBytes(text));
-        EXPECT_EQ(document.find(u"a").text(), each.content);
-        ASSERT_FALSE(document.parseBytes(cdata));
-        EXPECT_EQ(document.find(u"a").text(), each.content);
     }
     EXPECT_EQ(written([](XmlWriter& writer) { return writer.text(u"]]") && writer.text(u">"); }),
               "<a>]]&gt;</a>");
