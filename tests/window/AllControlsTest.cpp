@@ -157,7 +157,8 @@ TEST_P(PlainTwinTest, ParentAndScreenReaderHearWhatAPlainControlTells) {
     EXPECT_GE(std::get<0>(plain).size(), 4U);
     EXPECT_EQ(used(Course::MadeFlat), plain);
     EXPECT_EQ(used(Course::DeletedEarly), plain);
-    if (GetParam().paintsAll) {
+    // Version 5 of the common controls draws no split buttons.
+    if (GetParam().paintsAll && GetParam().style != BS_SPLITBUTTON) {
         EXPECT_NE(looks[1], looks[0]);
         EXPECT_NE(looks[2], looks[1]) << "the standard look is back at once";
     }
@@ -241,18 +242,19 @@ TEST_P(AllControlsTest, StaysFlatWhateverItGetsAndLeaksNothing) {
 }
 
 TEST_P(AllControlsTest, IsNotTouchedWhenTheHostEndsItWhileItIsToldOrPaints) {
-    const std::pair<UINT, bool> ends[] = {{WM_COMMAND, false},    {WM_COMMAND, true},
-                                          {WM_NOTIFY, false},     {WM_DRAWITEM, false},
-                                          {WM_VSCROLL, false},    {WM_CTLCOLORSTATIC, false},
-                                          {WM_CTLCOLORBTN, false}};
-    for (const auto& [told, windowToo] : ends) {
+    struct End {
+        UINT told;
+        bool withWindow = false;
+    };
+    for (const End& end : {End{WM_COMMAND}, End{WM_COMMAND, true}, End{WM_NOTIFY}, End{WM_VSCROLL},
+                           End{WM_DRAWITEM}, End{WM_CTLCOLORSTATIC}, End{WM_CTLCOLORBTN}}) {
         const HWND window = add(kFirst);
         Flat control = flatten(window);
         host_.onMessage([&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
-            if (message != told)
+            if (message != end.told)
                 return std::nullopt;
             control.reset();
-            if (windowToo)
+            if (end.withWindow)
                 DestroyWindow(window);
             return std::nullopt;
         });
@@ -261,7 +263,7 @@ TEST_P(AllControlsTest, IsNotTouchedWhenTheHostEndsItWhileItIsToldOrPaints) {
         InvalidateRect(window, nullptr, TRUE);
         drain();
         host_.onMessage({});
-        EXPECT_EQ(IsWindow(window) != FALSE, control || !windowToo);
+        EXPECT_EQ(IsWindow(window) != FALSE, control || !end.withWindow);
         DestroyWindow(window);
     }
 }
