@@ -243,7 +243,7 @@ TEST_P(AllControlsTest, StaysFlatWhateverItGetsAndLeaksNothing) {
 
 TEST_P(AllControlsTest, IsNotTouchedWhenTheHostEndsItWhileItIsToldOrPaints) {
     struct End {
-        UINT told;
+        UINT told = 0;
         bool withWindow = false;
     };
     for (const End& end : {End{WM_COMMAND}, End{WM_COMMAND, true}, End{WM_NOTIFY}, End{WM_VSCROLL},

@@ -24,10 +24,10 @@ LRESULT send(HWND window, UINT message, WPARAM wParam = 0, const void* lParam = 
 using Flat = std::unique_ptr<QkFlatComboBoxBase>;
 
 Flat flat(HWND combo) {
-    Flat control(new QkFlatComboBoxDropdownList(101));
+    Flat control = std::make_unique<QkFlatComboBoxDropdownList>(101);
     switch (GetWindowLongPtrW(combo, GWL_STYLE) & 3) {
-        case CBS_SIMPLE: control.reset(new QkFlatComboBoxSimple(101)); break;
-        case CBS_DROPDOWN: control.reset(new QkFlatComboBoxDropdown(101)); break;
+        case CBS_SIMPLE: control = std::make_unique<QkFlatComboBoxSimple>(101); break;
+        case CBS_DROPDOWN: control = std::make_unique<QkFlatComboBoxDropdown>(101); break;
     }
     control->Attach(combo);
     drain();
