@@ -4,7 +4,8 @@
 
 #include <string>
 
-#include "QkDlg/Win32.h"
+#include "QkUtil/Handles.h"
+#include "tests/support/ChildProcess.h"
 
 namespace QkDlgTest {
 namespace {
@@ -54,10 +55,7 @@ void click(HWND window) {
 COLORREF cornerOf(HWND window) {
     RECT at{};
     GetWindowRect(window, &at);
-    const HDC screen = GetDC(nullptr);
-    const COLORREF colour = GetPixel(screen, at.left + 5, at.top + 5);
-    ReleaseDC(nullptr, screen);
-    return colour;
+    return GetPixel(QkDlg::WindowDc(nullptr).get(), at.left + 5, at.top + 5);
 }
 
 bool mouseIsHeld(HWND dialog) {
@@ -75,63 +73,27 @@ bool waitFor(Condition condition) {
     return false;
 }
 
-class Program {
-public:
-    explicit Program(const wchar_t* name) {
-        wchar_t path[MAX_PATH]{};
-        GetModuleFileNameW(nullptr, path, MAX_PATH);
-        std::wstring file = path;
-        file.replace(file.find_last_of(L'\\') + 1, std::wstring::npos, name);
-        STARTUPINFOW startup{};
-        startup.cb = sizeof startup;
-        started_ = CreateProcessW(file.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
-                                  nullptr, &startup, &process_) != FALSE;
-    }
-    ~Program() {
-        if (!started_)
-            return;
-        TerminateProcess(process_.hProcess, 1);
-        CloseHandle(process_.hThread);
-        CloseHandle(process_.hProcess);
-    }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-
-    [[nodiscard]] HWND dialog(const wchar_t* caption) const {
-        const HWND found = FindWindowW(L"#32770", caption);
-        DWORD owner = 0;
-        GetWindowThreadProcessId(found, &owner);
-        return owner == process_.dwProcessId && IsWindowVisible(found) ? found : nullptr;
-    }
-    [[nodiscard]] DWORD status() const {
-        DWORD status = STILL_ACTIVE;
-        WaitForSingleObject(process_.hProcess, kTries * 50);
-        GetExitCodeProcess(process_.hProcess, &status);
-        return status;
-    }
-
-private:
-    bool started_ = false;
-    PROCESS_INFORMATION process_{};
-};
-
 class Examples : public testing::TestWithParam<Use> {};
 
 TEST_P(Examples, IsFlatAndAnswers) {
     const Use& use = GetParam();
-    const Program program(use.program);
-    HWND dialog = nullptr;
-    ASSERT_TRUE(waitFor([&] { return (dialog = program.dialog(use.caption)) != nullptr; }));
-    for (const char* key = use.keys; *key; ++key)
-        tap(static_cast<WORD>(*key));
-    EXPECT_TRUE(waitFor([&] { return cornerOf(GetDlgItem(dialog, use.accent)) == kAccent; }));
-    // A button that the space key still holds down would take the mouse.
-    EXPECT_TRUE(!use.checked || waitFor([&] {
-        return SendDlgItemMessageW(dialog, use.checked, BM_GETCHECK, 0, 0) == BST_CHECKED &&
-               !mouseIsHeld(dialog);
-    }));
-    click(GetDlgItem(dialog, use.button));
-    EXPECT_EQ(program.status(), use.status);
+    const Outcome run = runProgram(use.program, L"", [&use] {
+        HWND dialog = nullptr;
+        ASSERT_TRUE(waitFor([&] {
+            dialog = FindWindowW(L"#32770", use.caption);
+            return IsWindowVisible(dialog) != FALSE;
+        }));
+        for (const char* key = use.keys; *key; ++key)
+            tap(static_cast<WORD>(*key));
+        EXPECT_TRUE(waitFor([&] { return cornerOf(GetDlgItem(dialog, use.accent)) == kAccent; }));
+        // A button that the space key still holds down would take the mouse.
+        EXPECT_TRUE(!use.checked || waitFor([&] {
+            return SendDlgItemMessageW(dialog, use.checked, BM_GETCHECK, 0, 0) == BST_CHECKED &&
+                   !mouseIsHeld(dialog);
+        }));
+        click(GetDlgItem(dialog, use.button));
+    });
+    EXPECT_EQ(run.status, use.status);
 }
 
 const Use kUses[] = {

@@ -4,6 +4,7 @@
 #include <QkDlg/QkXDlg.h>
 
 #include <cstdio>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -15,7 +16,6 @@ using QkDlg::QkXDlg;
 
 constexpr UINT kDialog = 120;
 constexpr int kEdit = 1001;
-constexpr int kCheck = 1002;
 constexpr int kSwitch = 1003;
 
 int failures = 0;
@@ -46,24 +46,10 @@ public:
     bool OnCancel() override { return note("OnCancel"), QkXDlg::OnCancel(); }
     bool OnHelp() override { return note("OnHelp"), QkXDlg::OnHelp(); }
     bool OnClose() override { return note("OnClose"), QkXDlg::OnClose(); }
-    bool OnContextMenu(WPARAM w, LPARAM l) override {
-        return note(l == -1 ? "OnContextMenu key" : "OnContextMenu mouse"),
-               QkXDlg::OnContextMenu(w, l);
-    }
     bool OnCommand(WPARAM w, LPARAM l) override {
         note("OnCommand " + std::to_string(LOWORD(w)) + " " + std::to_string(HIWORD(w)));
         return QkXDlg::OnCommand(w, l);
     }
-    bool OnSizing(UINT edge, LPARAM l) override {
-        return note("OnSizing"), QkXDlg::OnSizing(edge, l);
-    }
-    bool OnSize(UINT type, int w, int h) override {
-        return note("OnSize"), QkXDlg::OnSize(type, w, h);
-    }
-    bool OnGetMinMaxInfo(LPARAM l) override {
-        return note("OnGetMinMaxInfo"), QkXDlg::OnGetMinMaxInfo(l);
-    }
-    bool OnColorsChanged() override { return note("OnColorsChanged"), QkXDlg::OnColorsChanged(); }
 
 private:
     void note(const std::string& call) {
@@ -99,20 +85,15 @@ void tap(WORD code, WORD with = 0) {
         key(with, KEYEVENTF_KEYUP);
 }
 
-void mouse(DWORD flags, POINT to) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dx = (to.x * 65536 + 32768) / GetSystemMetrics(SM_CXSCREEN);
-    input.mi.dy = (to.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
-    input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
-    send(input);
-}
+struct ScreenReleaser {
+    void operator()(HDC dc) const { ReleaseDC(nullptr, dc); }
+};
 
 COLORREF pixel(HWND window, int x, int y) {
-    const HDC dc = GetDC(window);
-    const COLORREF colour = GetPixel(dc, x, y);
-    ReleaseDC(window, dc);
-    return colour;
+    POINT at{x, y};
+    ClientToScreen(window, &at);
+    const std::unique_ptr<std::remove_pointer_t<HDC>, ScreenReleaser> screen(GetDC(nullptr));
+    return GetPixel(screen.get(), at.x, at.y);
 }
 
 /// Waits until the handlers have heard `wanted`.
@@ -123,13 +104,6 @@ void expectHeard(HostDialog& dialog, const char* what, const std::string& wanted
         Sleep(30);
     }
     check(all.find(wanted) != std::string::npos, (std::string(what) + ": " + all).c_str());
-}
-
-HWND focused(HWND dialog) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-    return info.hwndFocus;
 }
 
 void expectFlat(const HostDialog& dialog, bool flat) {
@@ -144,43 +118,13 @@ void expectFlat(const HostDialog& dialog, bool flat) {
     check(std::wstring(font.lfFaceName) == L"Tahoma", "the described font");
 }
 
-void useDialog(HostDialog& dialog) {
-    const HWND window = dialog.window();
+void type(HostDialog& dialog) {
     for (const wchar_t* letter = L"ABC"; *letter; ++letter)
         tap(static_cast<WORD>(*letter));
     expectHeard(dialog, "typing", "OnCommand 1001 768");
     check(dialog.GetItemText(kEdit) == L"abc", "the text is there");
-    tap(VK_TAB);
-    expectHeard(dialog, "Tab", "OnCommand 1001 512");
-    check(focused(window) == GetDlgItem(window, kCheck), "Tab reached the check box");
-    tap(VK_SPACE);
-    expectHeard(dialog, "space", "OnCommand 1002 0");
-    check(IsDlgButtonChecked(window, kCheck) == BST_CHECKED, "the check box is checked");
     tap(VK_F1);
     expectHeard(dialog, "F1", "OnHelp");
-    RECT at{};
-    GetWindowRect(window, &at);
-    const POINT inside{at.right - 20, at.bottom - 20};
-    mouse(MOUSEEVENTF_RIGHTDOWN, inside);
-    mouse(MOUSEEVENTF_RIGHTUP, inside);
-    expectHeard(dialog, "right click", "OnContextMenu mouse");
-    tap(VK_F10, VK_SHIFT);
-    expectHeard(dialog, "Shift+F10", "OnContextMenu key");
-    // Wine opens the window menu as well; a click on the ground closes it.
-    mouse(MOUSEEVENTF_LEFTDOWN, inside);
-    mouse(MOUSEEVENTF_LEFTUP, inside);
-
-    const POINT corner{at.right - 2, at.bottom - 2};
-    mouse(MOUSEEVENTF_LEFTDOWN, corner);
-    mouse(0, {corner.x + 30, corner.y + 20});
-    mouse(MOUSEEVENTF_LEFTUP, {corner.x + 30, corner.y + 20});
-    expectHeard(dialog, "dragging the corner", "OnSizing;OnGetMinMaxInfo;OnSize;");
-    const INT element = COLOR_HIGHLIGHT;
-    const COLORREF colour = GetSysColor(element);
-    SetSysColors(1, &element, &colour);
-    expectHeard(dialog, "new system colours", "OnColorsChanged");
-    SendMessageW(window, WM_THEMECHANGED, 0, 0);
-    expectHeard(dialog, "another theme", "OnColorsChanged");
 }
 
 /// One run of the dialog; `last` ends it.
@@ -204,8 +148,7 @@ int main() {
     run(standard, IDCANCEL, "OnCancel", [] { tap(VK_ESCAPE); });
     HostDialog flat(true);
     run(flat, IDOK, "OnOK", [&] {
-        useDialog(flat);
-        tap(VK_TAB, VK_SHIFT);
+        type(flat);
         tap(VK_RETURN);
     });
     run(flat, IDCANCEL, "OnCancel", [] { tap(VK_ESCAPE); });

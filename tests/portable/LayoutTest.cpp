@@ -15,53 +15,36 @@ void PrintTo(const Rect& rect, std::ostream* out) {
 
 namespace {
 
-ButtonContent imageAndCaption() {
-    ButtonContent content;
-    content.client = {0, 0, 100, 30};
-    content.image = {16, 10};
-    content.hasImage = true;
-    content.padding = 6;
-    return content;
-}
-
-TEST(ButtonLayout, CaptionAloneHasTheWholeButton) {
-    ButtonContent content;
-    content.client = {0, 0, 100, 30};
-    const ButtonLayout layout = layOutButton(content);
-    EXPECT_EQ(layout.text, content.client);
-    EXPECT_EQ(layout.image, Rect());
-}
-
-TEST(ButtonLayout, ImageStandsLeftOfTheCaption) {
-    ButtonContent content = imageAndCaption();
-    EXPECT_EQ(layOutButton(content), (ButtonLayout{{23, 0, 100, 30}, {0, 0, 22, 30}, 6, 10}));
-    content.imageGap = false;
-    EXPECT_EQ(layOutButton(content), (ButtonLayout{{17, 0, 100, 30}, {0, 0, 16, 30}, 0, 10}));
-}
-
-TEST(ButtonLayout, ImageStandsRightOfTheCaption) {
-    ButtonContent content = imageAndCaption();
-    content.side = ImageSide::Right;
-    EXPECT_EQ(layOutButton(content), (ButtonLayout{{0, 0, 77, 30}, {78, 0, 100, 30}, 78, 10}));
-    content.imageGap = false;
-    EXPECT_EQ(layOutButton(content).imageX, 84);
-}
-
-TEST(ButtonLayout, ImageStandsAboveTheCaptionWithoutTouchingIt) {
-    ButtonContent content = imageAndCaption();
-    content.client.bottom = 60;
-    content.side = ImageSide::Above;
-    EXPECT_EQ(layOutButton(content), (ButtonLayout{{0, 23, 100, 60}, {0, 0, 100, 22}, 42, 6}));
-}
-
-TEST(ButtonLayout, ImageAloneIsCentred) {
-    ButtonContent content = imageAndCaption();
-    content.hasCaption = false;
-    EXPECT_EQ(layOutButton(content), (ButtonLayout{{0, 0, 0, 30}, content.client, 42, 10}));
-    content.alignment = ImageAlignment::Top;
-    EXPECT_EQ(layOutButton(content).imageY, 0);
-    content.alignment = ImageAlignment::Bottom;
-    EXPECT_EQ(layOutButton(content).imageY, 20);
+TEST(ButtonLayout, PicturesStandBesideOrAboveTheCaptionOrAloneInTheMiddle) {
+    using enum ImageSide;
+    ButtonContent plain;
+    plain.client = {0, 0, 100, 30};
+    EXPECT_EQ(layOutButton(plain), (ButtonLayout{plain.client, {}, 0, 0}));
+    const auto layOut = [plain](ImageSide side, bool gap, int height = 30) {
+        ButtonContent content = plain;
+        content.client.bottom = height;
+        content.image = {16, 10};
+        content.hasImage = true;
+        content.padding = 6;
+        content.side = side;
+        content.imageGap = gap;
+        return layOutButton(content);
+    };
+    EXPECT_EQ(layOut(Left, true), (ButtonLayout{{23, 0, 100, 30}, {0, 0, 22, 30}, 6, 10}));
+    EXPECT_EQ(layOut(Left, false), (ButtonLayout{{17, 0, 100, 30}, {0, 0, 16, 30}, 0, 10}));
+    EXPECT_EQ(layOut(Right, true), (ButtonLayout{{0, 0, 77, 30}, {78, 0, 100, 30}, 78, 10}));
+    EXPECT_EQ(layOut(Right, false).imageX, 84);
+    EXPECT_EQ(layOut(Above, true, 60), (ButtonLayout{{0, 23, 100, 60}, {0, 0, 100, 22}, 42, 6}));
+    ButtonContent alone = plain;
+    alone.image = {16, 10};
+    alone.hasImage = true;
+    alone.hasCaption = false;
+    alone.padding = 6;
+    EXPECT_EQ(layOutButton(alone), (ButtonLayout{{0, 0, 0, 30}, alone.client, 42, 10}));
+    alone.alignment = ImageAlignment::Top;
+    EXPECT_EQ(layOutButton(alone).imageY, 0);
+    alone.alignment = ImageAlignment::Bottom;
+    EXPECT_EQ(layOutButton(alone).imageY, 20);
 }
 
 CaptionBox captionBox(Horizontal horizontal, Vertical vertical) {

@@ -122,25 +122,5 @@ TEST(TemplateFont, MessageFontSizeHasNoFaceBehindIt) {
               (Words{9, 400, 0x0100, u'A'}));
 }
 
-TEST(TemplateFont, CutOffTemplatesAndShortBlocksAreRefusedUntouched) {
-    for (const bool extended : {false, true}) {
-        const Words whole = Source{extended, u"Tahoma"}.build();
-        const auto shape = readTemplateShape(whole);
-        ASSERT_TRUE(shape);
-        for (std::size_t length = 0; length < shape->fontEnd; ++length) {
-            const Words cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
-            EXPECT_TRUE(rewritten(cut, u"Segoe UI", 0).empty()) << length;
-        }
-        Words tight = whole;
-        tight.resize(wordsWithFont(*shape, whole.size(), 40));
-        EXPECT_TRUE(setTemplateFont(tight, whole.size(), {std::u16string(40, u'x'), 9}, 0));
-        tight = whole;
-        tight.resize(wordsWithFont(*shape, whole.size(), 40) - 1);
-        const Words before = tight;
-        EXPECT_FALSE(setTemplateFont(tight, whole.size(), {std::u16string(40, u'x'), 9}, 0));
-        EXPECT_EQ(tight, before);
-    }
-}
-
 }  // namespace
 }  // namespace QkDlg

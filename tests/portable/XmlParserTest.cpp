@@ -42,6 +42,7 @@ std::u16string read(std::string_view bytes) {
     return error ? u"error" : outline(document.root());
 }
 
+// XmlResourceTest has one document for each text of an error; these are the other ways to them.
 TEST(XmlParser, ReportsTheFirstFaultWithItsPlace) {
     struct Case {
         std::u16string_view text;
@@ -57,41 +58,30 @@ TEST(XmlParser, ReportsTheFirstFaultWithItsPlace) {
         {u"no document", NoRootElement, 0, 0, 0, u"", BadText},
         {u"", EmptyDocument, 0, 0, 0},
         {u"\uFEFF \r\n\t", EmptyDocument, 0, 0, 4},
-        {u"<a></b></a>", LoneEndTag, 3, 0, 6, u"b"},
-        {u"<a/></a>", LoneEndTag, 4, 0, 7, u"a"},
         {u"<a><b c='d'><e></a>", MissingEndTag, 12, 15, 18, u"e"},
         {u"<a><b>\r\n", MissingEndTag, 3, 8, 8, u"b"},
         {u"<ab><abc></ab></abc>", MissingEndTag, 4, 9, 13, u"abc"},
         {u" <a b='c'", UnterminatedTag, 1, 0, 9},
-        {u"<a></a", UnterminatedTag, 3, 0, 6},
-        {u"<a></a b>", UnterminatedTag, 3, 0, 7},
         {u"<a/ >", UnterminatedTag, 0, 0, 3},
         {u"<a><!-- </a>", UnterminatedTag, 3, 0, 12},
         {u"<a><![CDATA[ ]]</a>", UnterminatedTag, 3, 0, 19},
-        {u"<a/><?b", UnterminatedTag, 4, 0, 7},
         {u"<a/><?b?c?>", UnterminatedTag, 4, 0, 7, u"", BadInstruction},
         {u"<!DOCTYPE a [<!ELEMENT a '>'>]", UnterminatedTag, 0, 0, 30},
         {u"<a><", ExpectingTagName, 4, 0, 4},
-        {u"<a>< b/></a>", ExpectingTagName, 4, 0, 4},
         {u"<a></ a>", ExpectingTagName, 5, 0, 5},
         {u"<?", ExpectingTagName, 2, 0, 2},
-        {u"<!DOCTIPE a><a/>", ExpectingDoctype, 2, 0, 6},
         {u"<a/><!DOCTYPE a>", ExpectingDoctype, 6, 0, 13},
         {u"<!DOCTYPE a [<!ENTITY e \"]>\"><!BAD>]><a/>", ExpectingMarkupDeclaration, 31, 0, 31},
-        {u"<!DOCTYPE a [<a/>]><a/>", ExpectingMarkupDeclaration, 14, 0, 14},
-        {u"<a><!-c--></a>", ExpectingComment, 6, 0, 6},
         {u"<a><![CDAT[c]]></a>", ExpectingCData, 6, 0, 10},
         // What only comes near one of the texts.
         {u"<a b='1' c='2' b='3'/>", UnterminatedTag, 0, 0, 15, u"", DuplicateAttribute},
         {u"<a b='1'c='2'/>", UnterminatedTag, 0, 0, 8, u"", BadAttribute},
-        {u"<a b/>", UnterminatedTag, 0, 0, 4, u"", BadAttribute},
         {u"<a b=c/>", UnterminatedTag, 0, 0, 5, u"", BadAttribute},
         {u"<a b='<'/>", UnterminatedTag, 0, 0, 6, u"", BadAttribute},
         {u"<a>&nbsp;</a>", ExpectingMarkupDeclaration, 3, 0, 8, u"", BadReference},
         {u"<a b='&#xD800;'/>", ExpectingMarkupDeclaration, 6, 0, 13, u"", BadReference},
         {u"<a>&#99999999999999999999;</a>", ExpectingMarkupDeclaration, 3, 0, 25, u"",
          BadReference},
-        {u"<a>&#0;</a>", ExpectingMarkupDeclaration, 3, 0, 6, u"", BadReference},
         {u"<a>]]></a>", ExpectingMarkupDeclaration, 3, 0, 3, u"", BadText},
         {u"<a/>b", ExpectingMarkupDeclaration, 4, 0, 4, u"", BadText},
         {u"<a/><![CDATA[]]>", ExpectingMarkupDeclaration, 4, 0, 4, u"", BadText},
@@ -100,7 +90,6 @@ TEST(XmlParser, ReportsTheFirstFaultWithItsPlace) {
         {u"<?xml encoding='UTF-8'?><a/>", UnterminatedTag, 0, 0, 0, u"", BadDeclaration},
         {{u"<a>\0</a>", 8}, ExpectingMarkupDeclaration, 3, 0, 3, u"", BadCharacter},
         {{u"<a>t</a>\0", 9}, ExpectingMarkupDeclaration, 8, 0, 8, u"", BadCharacter},
-        {{u"<a\0", 3}, ExpectingMarkupDeclaration, 2, 0, 2, u"", BadCharacter},
         {u"<a>\x1F", ExpectingMarkupDeclaration, 3, 0, 3, u"", BadCharacter},
         {u"<a>\xFFFE", ExpectingMarkupDeclaration, 3, 0, 3, u"", BadCharacter},
         {{u"<a b='\xD83D'/>", 9}, ExpectingMarkupDeclaration, 6, 0, 6, u"", BadCharacter},

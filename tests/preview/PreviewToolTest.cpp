@@ -2,9 +2,10 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
-#include <sstream>
 
+#include "QkUtil/Handles.h"
 #include "common/Picture.h"
+#include "tests/support/ChildProcess.h"
 
 namespace QkDlgTest {
 namespace {
@@ -13,52 +14,9 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr DWORD kPatience = 60'000;
-
-std::wstring folder() {
-    wchar_t path[MAX_PATH]{};
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::wstring file = path;
-    return file.substr(0, file.find_last_of(L'\\') + 1);
-}
-
-std::string contentsOf(const std::wstring& file) {
-    std::ostringstream text;
-    text << std::ifstream(std::string(file.begin(), file.end()), std::ios::binary).rdbuf();
-    return text.str();
-}
-
-struct Outcome {
-    DWORD status = STILL_ACTIVE;
-    std::string output;
-};
-
-/// `meanwhile` is called while the program runs.
-Outcome preview(const std::wstring& arguments, void (*meanwhile)() = nullptr) {
-    const std::wstring log = folder() + L"PreviewTests.log";
-    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-    HANDLE file = CreateFileW(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited,
-                              CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = startup.hStdError = file;
-    PROCESS_INFORMATION process{};
-    std::wstring line = L"\"" + folder() + L"QkPreview.exe\" " + arguments;
-    Outcome run;
-    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder().c_str(),
-                       &startup, &process)) {
-        if (meanwhile)
-            meanwhile();
-        WaitForSingleObject(process.hProcess, kPatience);
-        GetExitCodeProcess(process.hProcess, &run.status);
-        TerminateProcess(process.hProcess, 1);
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
-    }
-    CloseHandle(file);
-    run.output = contentsOf(log);
-    return run;
+Outcome preview(
+    const std::wstring& arguments, const std::function<void()>& meanwhile = [] {}) {
+    return runProgram(L"QkPreview.exe", arguments, meanwhile);
 }
 
 TEST(Preview, ListsTemplatesOfAllLanguages) {
@@ -70,7 +28,7 @@ TEST(Preview, ListsTemplatesOfAllLanguages) {
                                   HasSubstr("FAULT: PreviewFixture.dll 103 (0x0409): the")));
     EXPECT_EQ(run.status, 1U);
     EXPECT_EQ(preview(L"PreviewFixture.dll --language 0x0407").status, 0U);
-    EXPECT_EQ(preview(L"PreviewTests.log").status, 1U) << "no module at all";
+    EXPECT_EQ(preview(L"Nothing.dll").status, 1U) << "no module at all";
     EXPECT_EQ(preview(L"--png x.png").status, 2U);
 }
 
@@ -102,7 +60,7 @@ TEST(Preview, ChecksControlsAndTheirDescription) {
 }
 
 TEST(Preview, GoesOnAfterAnAssertion) {
-    const std::wstring xml = folder() + L"PreviewTests.xml";
+    const std::wstring xml = programFolder() + L"PreviewTests.xml";
     std::ofstream(std::string(xml.begin(), xml.end()))
         << "<defaults><fonts><default size='9'/></fonts></defaults>";
     const Outcome run =
@@ -114,7 +72,7 @@ TEST(Preview, GoesOnAfterAnAssertion) {
 }
 
 TEST(Preview, PutsPlainBesideFlat) {
-    const std::wstring out = folder() + L"PreviewTests\\new\\folder";
+    const std::wstring out = programFolder() + L"PreviewTests\\new\\folder";
     const Outcome run = preview(L"PreviewFixture.dll --all PreviewTests\\new\\folder");
     EXPECT_THAT(run.output, AllOf(HasSubstr("1 contact sheets"), Not(HasSubstr("GDI objects"))));
     for (const wchar_t* name : {L"100-0407", L"100-0409", L"101-0409", L"MAIN-0409"}) {
@@ -122,38 +80,35 @@ TEST(Preview, PutsPlainBesideFlat) {
             QkDlgTools::loadPicture(out + L"\\PreviewFixture.dll-" + name + L".png");
         const SIZE size = QkDlgTools::pictureSize(picture.get());
         ASSERT_GT(size.cx, 0) << run.output;
-        HDC dc = CreateCompatibleDC(nullptr);
-        HGDIOBJ previous = SelectObject(dc, picture.get());
-        EXPECT_EQ(GetPixel(dc, 2, 2), GetSysColor(COLOR_3DFACE));
-        EXPECT_EQ(GetPixel(dc, size.cx - 3, 2), RGB(255, 255, 255));
-        SelectObject(dc, previous);
-        DeleteDC(dc);
+        const QkDlg::MemoryDc dc(CreateCompatibleDC(nullptr));
+        const QkDlg::Selection selection(dc.get(), picture.get());
+        EXPECT_EQ(GetPixel(dc.get(), 2, 2), GetSysColor(COLOR_3DFACE));
+        EXPECT_EQ(GetPixel(dc.get(), size.cx - 3, 2), RGB(255, 255, 255));
     }
     EXPECT_TRUE(QkDlgTools::loadPicture(out + L"\\sheet-001.png"));
 }
 
 /// Presses Escape in the dialog of that caption as soon as it shows.
-template <const wchar_t* caption>
-void pressEscape() {
+void pressEscape(const wchar_t* caption) {
     for (int tries = 0; tries < 400; ++tries, Sleep(50)) {
-        HWND window = FindWindowW(nullptr, caption);
+        const HWND window = FindWindowW(nullptr, caption);
         if (!IsWindowVisible(window))
             continue;
-        HWND child = GetWindow(window, GW_CHILD);
-        PostMessageW(GetWindow(child, GW_CHILD) ? GetWindow(child, GW_CHILD) : child, WM_KEYDOWN,
-                     VK_ESCAPE, 0);
+        const HWND child = GetWindow(window, GW_CHILD);
+        const HWND inner = GetWindow(child, GW_CHILD);
+        PostMessageW(inner ? inner : child, WM_KEYDOWN, VK_ESCAPE, 0);
         return;
     }
     ADD_FAILURE() << "no such dialog";
 }
-constexpr wchar_t kDialog[] = L"Log on";
-constexpr wchar_t kFrame[] = L"A page";
 
 TEST(Preview, ShowsADialogOrAPageUntilItIsClosed) {
-    EXPECT_EQ(
-        preview(L"PreviewFixture.dll --dialog 100 --language 0x0409", pressEscape<kDialog>).status,
-        0U);
-    EXPECT_EQ(preview(L"PreviewFixture.dll --dialog 101 --plain", pressEscape<kFrame>).status, 0U);
+    const Outcome dialog = preview(L"PreviewFixture.dll --dialog 100 --language 0x0409",
+                                   [] { pressEscape(L"Log on"); });
+    EXPECT_EQ(dialog.status, 0U);
+    const Outcome page =
+        preview(L"PreviewFixture.dll --dialog 101 --plain", [] { pressEscape(L"A page"); });
+    EXPECT_EQ(page.status, 0U);
     EXPECT_EQ(preview(L"PreviewFixture.dll --dialog 102").status, 1U);
 }
 

@@ -1,6 +1,8 @@
 #include "support/Accessible.h"
 
 #include <gtest/gtest.h>
+// The constants of roles and states; needs windows.h first.
+#include <oleacc.h>
 
 #include <memory>
 
@@ -12,41 +14,26 @@ struct Releaser {
     void operator()(IUnknown* object) const { object->Release(); }
 };
 
-VARIANT itself() {
-    VARIANT variant{};
-    variant.vt = VT_I4;
-    variant.lVal = CHILDID_SELF;
-    return variant;
-}
-
 // The two kinds of answer; a property that an object does not have is empty or 0.
-std::wstring text(IAccessible& object,
+std::wstring text(IAccessible& object, const VARIANT& itself,
                   HRESULT (STDMETHODCALLTYPE IAccessible::*property)(VARIANT, BSTR*)) {
     BSTR answer = nullptr;
-    if ((object.*property)(itself(), &answer) != S_OK || !answer)
+    if ((object.*property)(itself, &answer) != S_OK)
         return {};
-    std::wstring result(answer);
-    SysFreeString(answer);
-    return result;
+    const std::unique_ptr<wchar_t, decltype(&SysFreeString)> owned(answer, &SysFreeString);
+    return answer ? answer : L"";
 }
 
-long number(IAccessible& object,
-            HRESULT (STDMETHODCALLTYPE IAccessible::*property)(VARIANT, VARIANT*)) {
+std::wstring number(IAccessible& object, const VARIANT& itself,
+                    HRESULT (STDMETHODCALLTYPE IAccessible::*property)(VARIANT, VARIANT*)) {
     VARIANT answer{};
-    if ((object.*property)(itself(), &answer) != S_OK || answer.vt != VT_I4)
-        return 0;
-    return answer.lVal;
+    const bool known = (object.*property)(itself, &answer) == S_OK && answer.vt == VT_I4;
+    return std::to_wstring(known ? answer.lVal : 0);
 }
 
 }  // namespace
 
-std::ostream& operator<<(std::ostream& out, const Accessible& accessible) {
-    return out << testing::PrintToString(accessible.name) << " role " << accessible.role
-               << " state 0x" << std::hex << accessible.state << std::dec << " value "
-               << testing::PrintToString(accessible.value);
-}
-
-Accessible accessible(HWND window) {
+std::wstring accessible(HWND window) {
     IAccessible* found = nullptr;
     // Not IID_IAccessible, whose value in some import libraries is another one.
     const HRESULT result =
@@ -57,8 +44,13 @@ Accessible accessible(HWND window) {
         ADD_FAILURE() << "no accessible object, error " << result;
         return {};
     }
-    return {text(*object, &IAccessible::get_accName), number(*object, &IAccessible::get_accRole),
-            number(*object, &IAccessible::get_accState), text(*object, &IAccessible::get_accValue)};
+    VARIANT itself{};
+    itself.vt = VT_I4;
+    itself.lVal = CHILDID_SELF;
+    return text(*object, itself, &IAccessible::get_accName) + L", value " +
+           text(*object, itself, &IAccessible::get_accValue) + L", role " +
+           number(*object, itself, &IAccessible::get_accRole) + L", state " +
+           number(*object, itself, &IAccessible::get_accState);
 }
 
 }  // namespace QkDlgTest

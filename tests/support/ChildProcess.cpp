@@ -2,107 +2,100 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <memory>
+#include <vector>
+
+#include "QkUtil/Handles.h"
 
 namespace QkDlgTest {
 
 namespace {
 
+using QkDlg::UniqueKernelHandle;
+
 constexpr DWORD kReportStatus = 999;
-constexpr DWORD kPipeBytes = 65536;
+constexpr DWORD kPatience = 60'000;
 
-struct HandleCloser {
-    void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-using UniqueHandle = std::unique_ptr<void, HandleCloser>;
-
-std::map<std::string, void (*)()>& bodies() {
-    static std::map<std::string, void (*)()> registered;
+std::vector<const BrokenContract*>& contracts() {
+    static std::vector<const BrokenContract*> registered;
     return registered;
 }
 
-std::wstring commandLineFor(const std::string& name) {
-    wchar_t program[MAX_PATH]{};
-    GetModuleFileNameW(nullptr, program, MAX_PATH);
-    return L"\"" + std::wstring(program) + L"\" --child=" + std::wstring(name.begin(), name.end());
+std::wstring programPath() {
+    std::wstring path(MAX_PATH, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+    return path;
 }
 
-UniqueHandle startChild(const std::string& name, HANDLE output) {
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = output;
-    startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
-    PROCESS_INFORMATION process{};
-    std::wstring line = commandLineFor(name);
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                        &process))
-        return nullptr;
-    CloseHandle(process.hThread);
-    return UniqueHandle(process.hProcess);
+/// A file that goes with its handle.
+UniqueKernelHandle temporaryFile() {
+    wchar_t path[MAX_PATH]{};
+    GetTempFileNameW(programFolder().c_str(), L"out", 0, path);
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    return UniqueKernelHandle(CreateFileW(
+        path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+        &inherited, CREATE_ALWAYS, FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
 }
 
-// Takes what the pipe holds; a helper that inherited its other end could keep it open for ever.
-std::string contentsOf(HANDLE pipe) {
-    DWORD available = 0;
-    PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr);
-    std::string text(available, '\0');
+std::string contentsOf(HANDLE file) {
+    std::string text(SetFilePointer(file, 0, nullptr, FILE_END), '\0');
+    SetFilePointer(file, 0, nullptr, FILE_BEGIN);
     DWORD read = 0;
-    if (available != 0)
-        ReadFile(pipe, text.data(), available, &read, nullptr);
-    text.resize(read);
+    ReadFile(file, text.data(), static_cast<DWORD>(text.size()), &read, nullptr);
     return text;
 }
 
 }  // namespace
 
-ChildRegistration::ChildRegistration(const char* name, void (*body)()) {
-    bodies()[name] = body;
+BrokenContract::BrokenContract(const char* itsModule, int itsLine, void (*itsBody)())
+    : module(itsModule), line(itsLine), body(itsBody) {
+    contracts().push_back(this);
 }
 
-bool runChildBody(const std::string& name) {
-    const auto body = bodies().find(name);
-    if (body == bodies().end())
-        return false;
-    body->second();
-    return true;
+void breakContract(int number) {
+    contracts().at(static_cast<std::size_t>(number))->body();
 }
 
-ChildResult runChild(const std::string& name, DWORD timeoutMilliseconds) {
-    SECURITY_ATTRIBUTES inherited{};
-    inherited.nLength = sizeof inherited;
-    inherited.bInheritHandle = TRUE;
-    HANDLE readEnd = nullptr;
-    HANDLE writeEnd = nullptr;
-    CreatePipe(&readEnd, &writeEnd, &inherited, kPipeBytes);
-    const UniqueHandle reader(readEnd);
-    const UniqueHandle writer(writeEnd);
-    SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
+std::wstring programFolder() {
+    const std::wstring path = programPath();
+    return path.substr(0, path.find_last_of(L'\\') + 1);
+}
 
-    const UniqueHandle process = startChild(name, writeEnd);
-    if (!process) {
-        ADD_FAILURE() << "the child process " << name << " did not start";
-        return {};
+Outcome runProgram(const std::wstring& name, const std::wstring& arguments,
+                   const std::function<void()>& meanwhile) {
+    const UniqueKernelHandle file = temporaryFile();
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = startup.hStdError = file.get();
+    PROCESS_INFORMATION process{};
+    std::wstring line = L"\"" + programFolder() + name + L"\" " + arguments;
+    Outcome run;
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                        programFolder().c_str(), &startup, &process)) {
+        ADD_FAILURE() << "did not start: " << testing::PrintToString(line);
+        return run;
     }
-    ChildResult result;
-    if (WaitForSingleObject(process.get(), timeoutMilliseconds) == WAIT_OBJECT_0) {
-        DWORD status = 0;
-        GetExitCodeProcess(process.get(), &status);
-        result.exitStatus = status;
-    } else {
-        TerminateProcess(process.get(), 1);
-    }
-    result.output = contentsOf(readEnd);
-    return result;
+    const UniqueKernelHandle owned(process.hProcess);
+    const UniqueKernelHandle thread(process.hThread);
+    meanwhile();
+    WaitForSingleObject(owned.get(), kPatience);
+    GetExitCodeProcess(owned.get(), &run.status);
+    TerminateProcess(owned.get(), 1);
+    run.output = contentsOf(file.get());
+    return run;
 }
 
-void expectAssertReport(const std::string& childName, const std::string& module, int line) {
-    const ChildResult child = runChild(childName);
-    EXPECT_EQ(child.exitStatus, kReportStatus) << childName;
-    EXPECT_EQ(child.output, "\r\nFATAL ERROR: assert failure in Module: " + module +
-                                " Line number: " + std::to_string(line) + "\r\n")
-        << childName;
+void expectAssertReports() {
+    const std::wstring self = programPath().substr(programFolder().size());
+    EXPECT_FALSE(contracts().empty());
+    for (std::size_t i = 0; i < contracts().size(); ++i) {
+        const BrokenContract& contract = *contracts()[i];
+        const Outcome child = runProgram(self, L"--child=" + std::to_wstring(i));
+        EXPECT_EQ(child.status, kReportStatus) << contract.module << ' ' << contract.line;
+        EXPECT_EQ(child.output,
+                  "\r\nFATAL ERROR: assert failure in Module: " + std::string(contract.module) +
+                      " Line number: " + std::to_string(contract.line) + "\r\n");
+    }
 }
 
 }  // namespace QkDlgTest

@@ -1,40 +1,44 @@
 #pragma once
 
-#include <optional>
+#include <functional>
 #include <string>
 
 #include "QkDlg/Win32.h"
 
-// Tests of what ends a process run this same program once more, with a body of its own:
+// What ends a process runs in a copy of this program. The contracts stand in static tables,
 //
-//     CHILD_PROCESS(AsksForAnUnknownColour) { QkDlg::GetUIColor(99); }
+//     const BrokenContract kContracts[] = {{"src/QkUtil", 452, [] { GetUIColor(99); }}};
 //
-//     TEST(UiColours, UnknownOneIsReported) {
-//         expectAssertReport("AsksForAnUnknownColour", "src/QkUtil", 452);
-//     }
+// and one test of the program calls expectAssertReports.
 namespace QkDlgTest {
 
-struct ChildResult {
-    std::optional<DWORD> exitStatus;  ///< nothing if it had to be stopped after the time-out
-    std::string output;               ///< the bytes of its standard output
+/// What breaks a contract of the library, and the site that its report must name.
+struct BrokenContract {
+    BrokenContract(const char* module, int line, void (*body)());
+
+    const char* module;
+    int line;
+    void (*body)();
 };
 
-[[nodiscard]] ChildResult runChild(const std::string& name, DWORD timeoutMilliseconds = 10'000);
+/// Runs a child for each: it must write the report, nothing else, and end with status 999.
+void expectAssertReports();
 
-/// Runs the child and expects the report, nothing else on standard output, and status 999.
-void expectAssertReport(const std::string& childName, const std::string& module, int line);
+/// Breaks the contract of that number in this process.
+void breakContract(int number);
 
-/// Runs the named child body in this process; false if there is none.
-bool runChildBody(const std::string& name);
-
-class ChildRegistration {
-public:
-    ChildRegistration(const char* name, void (*body)());
+struct Outcome {
+    DWORD status = STILL_ACTIVE;  ///< that, if it did not start or had to be stopped
+    std::string output;
 };
+
+/// The folder of this program, with a backslash at its end.
+[[nodiscard]] std::wstring programFolder();
+
+/// Runs a program of that folder in that folder, for a minute at most. `meanwhile` is called while
+/// it runs.
+[[nodiscard]] Outcome runProgram(
+    const std::wstring& name, const std::wstring& arguments,
+    const std::function<void()>& meanwhile = [] {});
 
 }  // namespace QkDlgTest
-
-#define CHILD_PROCESS(name)                                                                     \
-    static void childBody##name();                                                              \
-    static const QkDlgTest::ChildRegistration childRegistration##name(#name, &childBody##name); \
-    static void childBody##name()

@@ -23,10 +23,6 @@ std::ostream& operator<<(std::ostream& out, const Holdings& holdings) {
                << holdings.windows << " windows";
 }
 
-int gdiObjects() {
-    return holdings().gdiObjects;
-}
-
 std::vector<HWND> topLevelWindows() {
     std::vector<HWND> windows;
     EnumThreadWindows(GetCurrentThreadId(), &collect, reinterpret_cast<LPARAM>(&windows));
@@ -41,12 +37,8 @@ int windowCount() {
 }
 
 Holdings holdings() {
-    Holdings result;
     const QkDlgTools::GdiObjects objects = QkDlgTools::countGdiObjects();
-    result.gdiObjects = objects.all;
-    result.fonts = objects.fonts;
-    result.windows = windowCount();
-    return result;
+    return {objects.all, objects.fonts, windowCount()};
 }
 
 testing::AssertionResult doesNotLeak(int times, const std::function<void()>& body) {

@@ -21,7 +21,6 @@ struct Holdings {
 
 std::ostream& operator<<(std::ostream& out, const Holdings& holdings);
 
-[[nodiscard]] int gdiObjects();
 /// Of this thread, without the input method's own.
 [[nodiscard]] std::vector<HWND> topLevelWindows();
 /// Those and all their children.

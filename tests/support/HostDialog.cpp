@@ -37,21 +37,11 @@ void bringToFront(HWND window) {
     EXPECT_TRUE(there) << "the window did not get to the front";
 }
 
-bool asksColour(UINT message) {
-    return message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC;
-}
-
-bool isCustomDraw(UINT message, LPARAM lp) {
-    return message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lp)->code == NM_CUSTOMDRAW;
-}
-
 }  // namespace
 
 std::ostream& operator<<(std::ostream& out, const Heard& heard) {
-    out << "message " << heard.message << " from " << heard.id << " code " << heard.code;
-    if (heard.position != 0)
-        out << " position " << heard.position;
-    return out;
+    return out << "message " << heard.message << " from " << heard.id << " code " << heard.code
+               << " position " << heard.position;
 }
 
 Heard command(int id, int code) {
@@ -63,10 +53,6 @@ Heard notified(int id, UINT code) {
 Heard scrolled(UINT message, int id, int code, int position) {
     return {message, id, code, position};
 }
-Heard colourAsked(UINT message, int id) {
-    return {message, id, 0, 0};
-}
-
 RECT area(int x, int y, int width, int height) {
     return {x, y, x + width, y + height};
 }
@@ -76,10 +62,7 @@ RECT scaledArea(int x, int y, int width, int height) {
 }
 
 int screenDpi() {
-    const HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
-    ReleaseDC(nullptr, screen);
-    return dpi;
+    return GetDeviceCaps(QkDlg::WindowDc(nullptr).get(), LOGPIXELSX);
 }
 
 int scaled(int length) {
@@ -87,17 +70,13 @@ int scaled(int length) {
 }
 
 HostDialog::HostDialog(const HostOptions& options)
-    : options_(options), brush_(CreateSolidBrush(options.background)) {
+    : options_(options), brush_(QkDlg::solidBrush(options.background)) {
     const Template dialog = templateFor(options);
     window_ = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &dialog.header, nullptr,
                                          &procedure, reinterpret_cast<LPARAM>(this));
     EXPECT_NE(window_, nullptr) << "the host dialog was not created";
-    RECT frame = area(0, 0, options.width, options.height);
-    AdjustWindowRectEx(&frame, options.style, FALSE, 0);
-    SetWindowPos(window_, nullptr, options.x, options.y, frame.right - frame.left,
-                 frame.bottom - frame.top, SWP_NOZORDER | SWP_NOACTIVATE);
-    if (!options.visible)
-        return;
+    SetWindowPos(window_, nullptr, options.x, options.y, options.width, options.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
     ShowWindow(window_, SW_SHOW);
     bringToFront(window_);
 }
@@ -105,7 +84,6 @@ HostDialog::HostDialog(const HostOptions& options)
 HostDialog::~HostDialog() {
     if (IsWindow(window_))
         DestroyWindow(window_);
-    DeleteObject(brush_);
 }
 
 HWND HostDialog::add(const wchar_t* className, const wchar_t* text, DWORD style, const RECT& rect,
@@ -145,24 +123,21 @@ INT_PTR HostDialog::handle(UINT message, WPARAM wp, LPARAM lp) {
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:
             SetBkColor(reinterpret_cast<HDC>(wp), options_.background);
-            return reinterpret_cast<INT_PTR>(brush_);
+            return reinterpret_cast<INT_PTR>(brush_.get());
         default: return FALSE;
     }
 }
 
 void HostDialog::record(UINT message, WPARAM wp, LPARAM lp) {
-    const auto sender = [&] { return GetDlgCtrlID(reinterpret_cast<HWND>(lp)); };
-    if ((asksColour(message) || isCustomDraw(message, lp)) && !options_.recordsPainting)
-        return;
-    if (asksColour(message)) {
-        heard_.push_back(colourAsked(message, sender()));
-    } else if (message == WM_COMMAND) {
+    if (message == WM_COMMAND) {
         heard_.push_back(command(LOWORD(wp), HIWORD(wp)));
     } else if (message == WM_NOTIFY) {
         const auto& header = *reinterpret_cast<const NMHDR*>(lp);
-        heard_.push_back(notified(static_cast<int>(header.idFrom), header.code));
+        if (header.code != NM_CUSTOMDRAW)
+            heard_.push_back(notified(static_cast<int>(header.idFrom), header.code));
     } else if (message == WM_HSCROLL || message == WM_VSCROLL) {
-        heard_.push_back(scrolled(message, sender(), LOWORD(wp), HIWORD(wp)));
+        const int sender = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
+        heard_.push_back(scrolled(message, sender, LOWORD(wp), HIWORD(wp)));
     }
 }
 

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <compare>
 #include <functional>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
-#include "QkDlg/Win32.h"
+#include "QkUtil/Handles.h"
 
 namespace QkDlgTest {
 
@@ -29,18 +28,15 @@ using HeardList = std::vector<Heard>;
 [[nodiscard]] Heard command(int id, int code);
 [[nodiscard]] Heard notified(int id, UINT code);
 [[nodiscard]] Heard scrolled(UINT message, int id, int code, int position = 0);
-[[nodiscard]] Heard colourAsked(UINT message, int id);
 
 struct HostOptions {
     COLORREF background = RGB(255, 255, 255);
     int x = 100;
     int y = 100;
-    int width = 500;  ///< of the client area, in pixels, like the height
+    int width = 500;  ///< in pixels, like the height
     int height = 400;
-    DWORD style = WS_POPUP | WS_CLIPCHILDREN;
+    DWORD style = WS_POPUP | WS_CLIPCHILDREN;  ///< none with a frame
     bool rightToLeft = false;
-    bool visible = true;
-    bool recordsPainting = false;  ///< hear WM_CTLCOLOR* and NM_CUSTOMDRAW as well
 };
 
 /// A rectangle by position and size, in pixels.
@@ -85,7 +81,7 @@ private:
     void record(UINT message, WPARAM wp, LPARAM lp);
 
     HostOptions options_;
-    HBRUSH brush_ = nullptr;
+    QkDlg::UniqueBrush brush_;
     HWND window_ = nullptr;
     Handler handler_;
     HeardList heard_;

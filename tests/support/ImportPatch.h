@@ -17,12 +17,6 @@ public:
     ImportPatch(const ImportPatch&) = delete;
     ImportPatch& operator=(const ImportPatch&) = delete;
 
-    /// What the module called before.
-    template <typename Function>
-    [[nodiscard]] Function* original() const {
-        return reinterpret_cast<Function*>(original_);
-    }
-
 private:
     void** slot_;
     void* original_ = nullptr;

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <set>
 #include <utility>
 #include <vector>
 
@@ -19,11 +17,6 @@ constexpr int kSettle = 5;
 constexpr int kLeaveTime = 40;
 constexpr int kArrivalTimeout = 1000;
 constexpr int kDragSteps = 4;
-
-std::set<int>& held() {
-    static std::set<int> keys;
-    return keys;
-}
 
 INPUT mouseEvent(DWORD flags, LONG dx = 0, LONG dy = 0, int data = 0) {
     INPUT input{};
@@ -122,10 +115,6 @@ private:
 };
 
 void sendKey(int key, bool down) {
-    if (down)
-        held().insert(key);
-    else
-        held().erase(key);
     const Arrival arrival(key, down);
     send({keyEvent(key, down)});
     arrival.await();
@@ -248,9 +237,10 @@ void typeText(std::wstring_view text) {
 }
 
 void releaseEverything() {
-    for (const int key : held())
-        send({keyEvent(key, false)});
-    held().clear();
+    for (const int key : {VK_LBUTTON, VK_SHIFT, VK_CONTROL, VK_MENU, VK_F8}) {
+        if (GetAsyncKeyState(key) < 0)
+            send({keyEvent(key, false)});
+    }
     drain();
 }
 

@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
 #include <utility>
 
+#include "QkUtil/Handles.h"
 #include "support/MessageLoop.h"
 
 namespace QkDlgTest {
@@ -20,36 +19,24 @@ std::uint32_t swapped(std::uint32_t pixel) {
     return (pixel & 0x00FF00) | ((pixel >> 16) & 0xFF) | ((pixel & 0xFF) << 16);
 }
 
-BITMAPINFO formatOf(int width, int height) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;  // the top row comes first
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    return info;
-}
-
 // A memory DC with a bitmap whose pixels can be taken away.
 class Canvas {
 public:
     Canvas(int width, int height) : width_(width), height_(height) {
-        const BITMAPINFO info = formatOf(width, height);
+        BITMAPINFO info{};
+        info.bmiHeader.biSize = sizeof info.bmiHeader;
+        info.bmiHeader.biWidth = width;
+        info.bmiHeader.biHeight = -height;  // the top row comes first
+        info.bmiHeader.biPlanes = 1;
+        info.bmiHeader.biBitCount = 32;
         void* bits = nullptr;
-        bitmap_ = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        EXPECT_NE(bitmap_, nullptr) << "no bitmap of " << width << " x " << height;
+        bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+        EXPECT_TRUE(bitmap_) << "no bitmap of " << width << " x " << height;
         bits_ = static_cast<std::uint32_t*>(bits);
-        before_ = SelectObject(dc_, bitmap_);
+        selection_.emplace(dc_.get(), bitmap_.get());
     }
-    ~Canvas() {
-        SelectObject(dc_, before_);
-        DeleteObject(bitmap_);
-        DeleteDC(dc_);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
 
-    [[nodiscard]] HDC dc() const { return dc_; }
+    [[nodiscard]] HDC dc() const { return dc_.get(); }
 
     [[nodiscard]] Image image() const {
         GdiFlush();
@@ -63,56 +50,23 @@ public:
 private:
     int width_;
     int height_;
-    HDC dc_ = CreateCompatibleDC(nullptr);
-    HBITMAP bitmap_ = nullptr;
+    QkDlg::MemoryDc dc_{CreateCompatibleDC(nullptr)};
+    QkDlg::UniqueBitmap bitmap_;
+    std::optional<QkDlg::Selection> selection_;
     std::uint32_t* bits_ = nullptr;
-    HGDIOBJ before_ = nullptr;
 };
 
 Image copied(HWND window, const RECT& rect) {
     const int width = std::max<LONG>(rect.right - rect.left, 1);
     const int height = std::max<LONG>(rect.bottom - rect.top, 1);
     const Canvas canvas(width, height);
-    const HDC source = GetDC(window);
+    const QkDlg::WindowDc source(window);
     // Read as it lies on the screen; a mirrored DC would turn the picture round.
-    const DWORD layout = SetLayout(source, 0);
-    BitBlt(canvas.dc(), 0, 0, width, height, source, rect.left, rect.top, SRCCOPY);
-    SetLayout(source, layout);
-    ReleaseDC(window, source);
+    const DWORD layout = SetLayout(source.get(), 0);
+    BitBlt(canvas.dc(), 0, 0, width, height, source.get(), rect.left, rect.top, SRCCOPY);
+    SetLayout(source.get(), layout);
     return canvas.image();
 }
-
-void keepForLooking(const Image& image, const char* kind) {
-    const char* const folder = std::getenv("QKDLG_TEST_PICTURES");
-    const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-    if (!folder || !test)
-        return;
-    image.saveBmp(std::string(folder) + "/" + test->test_suite_name() + "." + test->name() + "." +
-                  kind + ".bmp");
-}
-
-class LooksLike {
-public:
-    using is_gtest_matcher = void;
-
-    explicit LooksLike(Image expected) : expected_(std::move(expected)) {}
-
-    bool MatchAndExplain(const Image& image, std::ostream* out) const {
-        if (image == expected_)
-            return true;
-        keepForLooking(image, "actual");
-        keepForLooking(expected_, "expected");
-        if (const auto at = image.firstDifference(expected_); at && out)
-            *out << "which has " << hex(image.at(at->x, at->y)) << " instead of "
-                 << hex(expected_.at(at->x, at->y)) << " at " << at->x << ", " << at->y;
-        return false;
-    }
-    void DescribeTo(std::ostream* out) const { *out << "looks like " << expected_; }
-    void DescribeNegationTo(std::ostream* out) const { *out << "does not look like " << expected_; }
-
-private:
-    Image expected_;
-};
 
 }  // namespace
 
@@ -184,28 +138,17 @@ Image Image::part(const Box& box) const {
     return {box.right - box.left, box.bottom - box.top, std::move(pixels)};
 }
 
-std::optional<POINT> Image::firstDifference(const Image& other) const {
+std::string Image::firstDifference(const Image& other) const {
     if (width_ != other.width_ || height_ != other.height_)
-        return std::nullopt;
+        return "which has another size";
     const auto at = std::mismatch(pixels_.begin(), pixels_.end(), other.pixels_.begin()).first;
     if (at == pixels_.end())
-        return std::nullopt;
-    const auto index = static_cast<LONG>(at - pixels_.begin());
-    return POINT{index % width_, index / width_};
-}
-
-void Image::saveBmp(const std::string& path) const {
-    const BITMAPINFO info = formatOf(width_, height_);
-    const DWORD bytes = static_cast<DWORD>(pixels_.size() * sizeof pixels_[0]);
-    BITMAPFILEHEADER header{};
-    header.bfType = 0x4D42;
-    header.bfOffBits = sizeof header + sizeof info.bmiHeader;
-    header.bfSize = header.bfOffBits + bytes;
-    std::ofstream file(path, std::ios::binary);
-    file.write(reinterpret_cast<const char*>(&header), sizeof header);
-    file.write(reinterpret_cast<const char*>(&info.bmiHeader), sizeof info.bmiHeader);
-    file.write(reinterpret_cast<const char*>(pixels_.data()), static_cast<std::streamsize>(bytes));
-    EXPECT_TRUE(file.good()) << "cannot write " << path;
+        return {};
+    const int index = static_cast<int>(at - pixels_.begin());
+    const int x = index % width_;
+    const int y = index / width_;
+    return "which has " + hex(this->at(x, y)) + " instead of " + hex(other.at(x, y)) + " at " +
+           std::to_string(x) + ", " + std::to_string(y);
 }
 
 std::ostream& operator<<(std::ostream& out, const Image& image) {
@@ -223,19 +166,13 @@ Image onDesktop(const RECT& rect) {
     return copied(nullptr, rect);
 }
 
-Image printed(HWND window, LPARAM flags, COLORREF ground) {
+Image printed(HWND window) {
     RECT rect{};
     GetClientRect(window, &rect);
     const Canvas canvas(std::max<LONG>(rect.right, 1), std::max<LONG>(rect.bottom, 1));
-    const HBRUSH brush = CreateSolidBrush(ground);
-    FillRect(canvas.dc(), &rect, brush);
-    DeleteObject(brush);
-    SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc()), flags);
+    FillRect(canvas.dc(), &rect, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc()), PRF_CLIENT);
     return canvas.image();
-}
-
-testing::Matcher<const Image&> looksLike(const Image& expected) {
-    return LooksLike(expected);
 }
 
 }  // namespace QkDlgTest

@@ -54,10 +54,8 @@ public:
     [[nodiscard]] std::optional<Box> boundingBoxOf(COLORREF colour) const;
     /// The part of the picture inside the box, which must lie within it.
     [[nodiscard]] Image part(const Box& box) const;
-    /// The first position, row by row, where two pictures of one size differ.
-    [[nodiscard]] std::optional<POINT> firstDifference(const Image& other) const;
-    /// For looking at a failure.
-    void saveBmp(const std::string& path) const;
+    /// Says where, row by row, two pictures of one size differ first.
+    [[nodiscard]] std::string firstDifference(const Image& other) const;
 
 private:
     int width_;
@@ -71,13 +69,14 @@ std::ostream& operator<<(std::ostream& out, const Image& image);
 [[nodiscard]] Image onScreen(HWND window);
 /// What the desktop shows in a rectangle of screen coordinates: several windows, their frames.
 [[nodiscard]] Image onDesktop(const RECT& rect);
-/// What a window draws for WM_PRINTCLIENT on a ground of one colour.
-[[nodiscard]] Image printed(HWND window, LPARAM flags = PRF_CLIENT,
-                            COLORREF ground = RGB(255, 255, 255));
+/// What a window draws for WM_PRINTCLIENT on a white ground.
+[[nodiscard]] Image printed(HWND window);
 
-/// EXPECT_THAT(image, looksLike(other)): says where the first difference is, and leaves both
-/// pictures in the folder that the environment variable QKDLG_TEST_PICTURES names, if any.
-[[nodiscard]] testing::Matcher<const Image&> looksLike(const Image& expected);
+/// EXPECT_THAT(image, looksLike(other)): says where the first difference is.
+MATCHER_P(looksLike, expected, "is the same picture") {
+    *result_listener << arg.firstDifference(expected);
+    return arg == expected;
+}
 
 MATCHER_P(isFilledWith, colour, "is filled with " + hex(colour)) {
     *result_listener << "which has " << arg.count(colour) << " such pixels of "

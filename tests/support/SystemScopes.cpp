@@ -5,7 +5,7 @@ namespace QkDlgTest {
 namespace {
 
 bool highContrast = false;
-std::optional<int> screenDepth;
+int screenDepth = 0;
 
 // Not through the import table, which is what the scopes change.
 template <typename Function>
@@ -28,9 +28,7 @@ BOOL WINAPI answerParameters(UINT action, UINT number, void* data, UINT flags) {
 
 int WINAPI answerDeviceCaps(HDC dc, int index) {
     static auto* const real = systemFunction<decltype(GetDeviceCaps)>(L"gdi32", "GetDeviceCaps");
-    if (index == BITSPIXEL && screenDepth)
-        return *screenDepth;
-    return real(dc, index);
+    return index == BITSPIXEL ? screenDepth : real(dc, index);
 }
 
 void setColours(const SystemColours::List& colours) {
@@ -40,24 +38,16 @@ void setColours(const SystemColours::List& colours) {
 
 }  // namespace
 
-HighContrast::HighContrast(HMODULE module)
-    : before_(std::exchange(highContrast, true)),
-      patch_("SystemParametersInfoW", &answerParameters, module) {}
-
-HighContrast::~HighContrast() {
-    highContrast = before_;
+HighContrast::HighContrast() : patch_("SystemParametersInfoW", &answerParameters) {
+    turn(true);
 }
 
 void HighContrast::turn(bool on) {
     highContrast = on;
 }
 
-ScreenDepth::ScreenDepth(int bits, HMODULE module)
-    : before_(std::exchange(screenDepth, bits)),
-      patch_("GetDeviceCaps", &answerDeviceCaps, module) {}
-
-ScreenDepth::~ScreenDepth() {
-    screenDepth = before_;
+ScreenDepth::ScreenDepth(int bits) : patch_("GetDeviceCaps", &answerDeviceCaps) {
+    screenDepth = bits;
 }
 
 SystemColours::SystemColours(const List& colours) {

@@ -1,39 +1,30 @@
 #pragma once
 
-#include <optional>
 #include <utility>
 #include <vector>
 
 #include "support/ImportPatch.h"
 
-// The system as a module sees it, changed for the length of a scope.
+// The system as this program sees it, changed for the length of a scope.
 namespace QkDlgTest {
 
-/// High contrast is on for the module while the scope lives, unless turned off for a time.
+/// High contrast is on while the scope lives, unless turned off for a time.
 class HighContrast {
 public:
-    explicit HighContrast(HMODULE module = nullptr);
-    ~HighContrast();
-    HighContrast(const HighContrast&) = delete;
-    HighContrast& operator=(const HighContrast&) = delete;
+    HighContrast();
 
     void turn(bool on);
 
 private:
-    bool before_;
     ImportPatch patch_;
 };
 
 /// Device contexts of the screen have so many bits per pixel.
 class ScreenDepth {
 public:
-    explicit ScreenDepth(int bits, HMODULE module = nullptr);
-    ~ScreenDepth();
-    ScreenDepth(const ScreenDepth&) = delete;
-    ScreenDepth& operator=(const ScreenDepth&) = delete;
+    explicit ScreenDepth(int bits);
 
 private:
-    std::optional<int> before_;
     ImportPatch patch_;
 };
 

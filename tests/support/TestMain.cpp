@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <objbase.h>
 
+#include <cstdlib>
 #include <string_view>
 
 #include "support/ChildProcess.h"
@@ -9,7 +10,6 @@
 namespace {
 
 constexpr std::string_view kChildArgument = "--child=";
-constexpr int kUnknownChild = 2;
 
 void initialiseControls() {
     INITCOMMONCONTROLSEX controls{};
@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     initialiseControls();
     if (argc > 1 && std::string_view(argv[1]).starts_with(kChildArgument))
-        return QkDlgTest::runChildBody(argv[1] + kChildArgument.size()) ? 0 : kUnknownChild;
+        QkDlgTest::breakContract(std::atoi(argv[1] + kChildArgument.size()));
 
     testing::InitGoogleMock(&argc, argv);
     const bool usesCom = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));

@@ -3,12 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "support/Accessible.h"
-#include "support/FaultWatch.h"
 #include "support/GdiCount.h"
 #include "support/HostDialog.h"
 #include "support/Input.h"
 #include "support/MessageLoop.h"
-#include "support/MessageSpy.h"
 #include "support/Pixels.h"
 #include "support/SystemScopes.h"
 
@@ -30,7 +28,7 @@ protected:
 
 private:
     Holdings before_;
-    FaultWatch faultWatch_;
+    int faultsBefore_;
     int allowedGrowth_ = 0;
 };
 

@@ -9,18 +9,14 @@ namespace {
 
 const wchar_t* const kNull = nullptr;
 QkXMLElement element(L"e");
-const std::pair<int, ChildRegistration> kBrokenContracts[] = {
-    {62, {"62", [] { (void)LoadFromText(*std::make_unique<QkXML>(), kNull); }}},
-    {118, {"118", [] { (void)FindChild(element, kNull); }}},
-    {164, {"164", [] { (void)ChildAt(QkXMLElements{&element}, 1); }}},
-    {203, {"203", [] { (void)GetAttributeInt(element, kNull); }}},
-    {241, {"241", [] { SetAttributeInt(element, kNull, 1); }}},
-    {277, {"277", [] { AppendChild(element, nullptr); }}}};
-
-TEST(XmlResource, BrokenContractsAreReported) {
-    for (const auto& [site, child] : kBrokenContracts)
-        expectAssertReport(std::to_string(site), "src/QkXML", site);
-}
+const BrokenContract kContracts[] = {
+    {"src/QkXML", 62, [] { (void)LoadFromText(*std::make_unique<QkXML>(), kNull); }},
+    {"src/QkXML", 118, [] { (void)FindChild(element, kNull); }},
+    {"src/QkXML", 164, [] { (void)ChildAt(QkXMLElements{&element}, 1); }},
+    {"src/QkXML", 203, [] { (void)GetAttributeInt(element, kNull); }},
+    {"src/QkXML", 241, [] { SetAttributeInt(element, kNull, 1); }},
+    {"src/QkXML", 277, [] { AppendChild(element, nullptr); }},
+};
 
 TEST(XmlResource, LoadsWhatIsThereAndIsText) {
     QkXML document;
