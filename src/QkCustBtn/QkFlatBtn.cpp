@@ -57,6 +57,11 @@ UniqueRegion ringRegion(const RECT& ring) {
     return region;
 }
 
+bool isInside(const Message& message) {
+    const RECT client = clientRect(message.hwnd);
+    return PtInRect(&client, {message.x(), message.y()}) != FALSE;
+}
+
 }  // namespace
 
 QkFlatBtn::QkFlatBtn(UINT id, const UINT32* imageIds, std::wstring_view fontFace, int fontSize)
@@ -280,7 +285,12 @@ LRESULT CALLBACK QkFlatBtn::ButtonProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM
         return message.passOn();
 
     switch (id) {
-        case WM_MOUSEMOVE: button->OnMouseMove(message.x(), message.y()); break;
+        case WM_MOUSEMOVE:
+            // A press that is dragged out still gets the moves, and nobody would tell of a second
+            // leaving.
+            if (isInside(message))
+                button->OnMouseMove(message.x(), message.y());
+            break;
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
             button->OnLButtonDown(message.x(), message.y());

@@ -35,12 +35,14 @@ bool isEmpty(const Frame& frame, const RECT& place) {
 }
 
 /// An endless bar between two rounds; an edit without a text; a label, which has no ground of its
-/// own: whatever erases its parent wipes it, too, before it can paint itself again.
+/// own: whatever erases its parent wipes it, too, before it can paint itself again; the corner
+/// between two bars.
 bool mayBeEmpty(HWND window) {
     const std::wstring name = className(window);
     const bool endless = (GetWindowLongW(window, GWL_STYLE) & PBS_MARQUEE) != 0;
     const bool transparent = (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TRANSPARENT) != 0;
-    return name == WC_EDITW || (name == WC_STATICW && transparent) ||
+    const bool corner = name == L"SCROLLBARHOLDER" && !GetWindow(window, GW_CHILD);
+    return name == WC_EDITW || corner || (name == WC_STATICW && transparent) ||
            (name == PROGRESS_CLASSW && endless);
 }
 

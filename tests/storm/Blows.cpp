@@ -1,5 +1,6 @@
 #include "storm/Blows.h"
 
+#include <algorithm>
 #include <array>
 
 #include "QkDlg/ColourFade.h"
@@ -41,12 +42,18 @@ constexpr Argument someArrows = [](HWND, Dice& dice) -> LPARAM { return dice.rol
 constexpr Argument anIndex = [](HWND, Dice& dice) -> LPARAM {
     return dice.oneIn(8) ? dice.roll(400) - 200 : dice.roll(8) - 1;
 };
+bool isOfClass(HWND window, const wchar_t* wanted) {
+    std::array<wchar_t, 16> name{};
+    GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return lstrcmpiW(name.data(), wanted) == 0;
+}
 constexpr Argument aPoint = [](HWND window, Dice& dice) -> LPARAM {
     RECT rect{};
     GetClientRect(window, &rect);
-    // Some miss.
+    // Some miss, but not below a combo box, where flat lists begin higher than plain ones.
+    const LONG lowest = isOfClass(window, WC_COMBOBOXW) ? 99 : 110;
     const LONG x = rect.right * (dice.roll(120) - 10) / 100;
-    const LONG y = rect.bottom * (dice.roll(120) - 10) / 100;
+    const LONG y = rect.bottom * std::min(dice.roll(120) - 10L, lowest) / 100;
     return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));
 };
 constexpr Argument aButton = [](HWND, Dice& dice) -> LPARAM { return dice.oneIn(2); };
@@ -155,9 +162,7 @@ void Blow::redraw(HWND window) const {
 
 /// Standard scroll bars and lists keep the loop to themselves until the button is up.
 void releaseSoon(HWND window, LPARAM point) {
-    std::array<wchar_t, 16> name{};
-    GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    if (lstrcmpiW(name.data(), WC_SCROLLBARW) == 0 || lstrcmpiW(name.data(), WC_LISTVIEWW) == 0)
+    if (isOfClass(window, WC_SCROLLBARW) || isOfClass(window, WC_LISTVIEWW))
         PostMessageW(window, WM_LBUTTONUP, 0, point);
 }
 

@@ -262,6 +262,10 @@ Stage::Stage(Play play, bool onScreen, const std::vector<const Kind*>& cast, Dic
         host_ = host;
         for (Actor& actor : actors_)
             createWindow(actor);
+        // With nobody to give the focus to, a dialog tells its first child, disabled or not, to
+        // select its text; and the first child may be one that the library made.
+        CreateWindowExW(0, WC_BUTTONW, nullptr, WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 1, 1,
+                        host_, nullptr, nullptr, nullptr);
     };
     static const EmptyTemplate empty;
     LPARAM parameter = reinterpret_cast<LPARAM>(&begin);
@@ -380,7 +384,8 @@ void Stage::hear(UINT message, WPARAM wp, LPARAM lp) {
         heard_ << '\n' << message << ' ' << wp << ' ' << GetDlgCtrlID(reinterpret_cast<HWND>(lp));
     } else if (message == WM_NOTIFY) {
         const auto& header = *reinterpret_cast<const NMHDR*>(lp);
-        if (header.code != NM_CUSTOMDRAW)
+        // Both are asked for by painting.
+        if (header.code != NM_CUSTOMDRAW && header.code != LVN_GETDISPINFOW)
             heard_ << "\nnotified " << header.idFrom << ' ' << static_cast<int>(header.code);
     } else if (message < WM_CTLCOLORMSGBOX || message > WM_CTLCOLORSTATIC) {
         return;
