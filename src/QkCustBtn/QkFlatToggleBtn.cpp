@@ -283,11 +283,13 @@ void QkFlatToggleBtn::Attach(HWND hwnd) {
     // Nothing is left of a drag in the last window. Whether this one holds the mouse is its matter.
     ResetEffects();
     m_nDragX = -1;
-    ResizeToSwitch();
+    // Size and caption are set under this object's procedure: a standard check box would erase and
+    // paint itself at once, and ask a host for colours that may delete this object meanwhile.
     installSubclass(hwnd, ToggleProc, *this);
+    ResizeToSwitch();
+    if (!livingControl<QkFlatToggleBtn>(hwnd, reinterpret_cast<DWORD_PTR>(this)))
+        return;
     Refresh();
-    // Last, and seen by this object's procedure: a standard check box would paint its new text at
-    // once, and ask a host for colours that may delete this object meanwhile.
     SetCaption(IsChecked());
 }
 
