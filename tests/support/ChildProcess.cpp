@@ -14,6 +14,8 @@ using QkDlg::UniqueKernelHandle;
 
 constexpr DWORD kReportStatus = 999;
 constexpr DWORD kPatience = 60'000;
+// Wine fails to start one process in a thousand or so, with ERROR_INTERNAL_ERROR.
+constexpr int kTries = 3;
 
 std::vector<const BrokenContract*>& contracts() {
     static std::vector<const BrokenContract*> registered;
@@ -70,9 +72,16 @@ Outcome runProgram(const std::wstring& name, const std::wstring& arguments,
     PROCESS_INFORMATION process{};
     std::wstring line = L"\"" + programFolder() + name + L"\" " + arguments;
     Outcome run;
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                        programFolder().c_str(), &startup, &process)) {
-        ADD_FAILURE() << "did not start: " << testing::PrintToString(line);
+    bool started = false;
+    for (int tries = 0; !started && tries < kTries; ++tries) {
+        started = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                 programFolder().c_str(), &startup, &process) != FALSE;
+        if (!started && GetLastError() != ERROR_INTERNAL_ERROR)
+            break;
+    }
+    if (!started) {
+        ADD_FAILURE() << "did not start (" << GetLastError()
+                      << "): " << testing::PrintToString(line);
         return run;
     }
     const UniqueKernelHandle owned(process.hProcess);
