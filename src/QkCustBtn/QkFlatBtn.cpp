@@ -347,24 +347,30 @@ void QkFlatBtn::ResetEffects() {
 void QkFlatBtn::Attach(HWND hwnd) {
     QkCustomControl::Attach(hwnd);
     ResetEffects();
-    if (m_bSizeToImage)
+    if (m_bSizeToImage) {
         ResizeToImage();
+        // The standard button, as it erases itself, asks a host for colours that may end this
+        // object.
+        if (!livingControl<QkFlatBtn>(hwnd, reinterpret_cast<DWORD_PTR>(this)))
+            return;
+    }
     InstallButtonProcedure();
 }
 
 void QkFlatBtn::ResizeToImage() {
     const FreshPicture picture(ImageIdFor(State::Normal));
-    const HWND parent = GetParent(m_hWnd);
+    const HWND hwnd = m_hWnd;
+    const HWND parent = GetParent(hwnd);
     if (!picture.get() || !parent)
         return;
     const Size image = bitmapSize(picture.get());
     const int margin = scaled(kImageMargin);
-    const RECT old = windowRectIn(m_hWnd, parent);
+    const RECT old = windowRectIn(hwnd, parent);
     const int width = image.width + margin;
     const int height = image.height + margin;
-    MoveWindow(m_hWnd, (old.left + old.right) / 2 - width / 2,
+    MoveWindow(hwnd, (old.left + old.right) / 2 - width / 2,
                (old.top + old.bottom) / 2 - height / 2, width, height, FALSE);
-    if (IsWindowVisible(m_hWnd))
+    if (IsWindowVisible(hwnd))
         InvalidateRect(parent, &old, TRUE);
 }
 
