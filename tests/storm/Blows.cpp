@@ -34,7 +34,7 @@ HDC paper() {
 
 using Argument = LPARAM (*)(HWND, Dice&);
 
-constexpr Argument nothing = [](HWND, Dice&) -> LPARAM { return 0; };
+constexpr Argument none = [](HWND, Dice&) -> LPARAM { return 0; };
 constexpr Argument aFlag = [](HWND, Dice& dice) -> LPARAM { return dice.roll(2); };
 constexpr Argument aFew = [](HWND, Dice& dice) -> LPARAM { return dice.roll(9); };
 constexpr Argument aNumber = [](HWND, Dice& dice) -> LPARAM { return dice.roll(0x1000000); };
@@ -81,64 +81,56 @@ struct Row {
 };
 
 const Row kRows[] = {
-    {kAny, kText, nothing, aText, {WM_SETTEXT, WM_SETTEXT}},
-    {kAny,
-     0,
-     nothing,
-     nothing,
-     {WM_GETTEXTLENGTH, WM_GETFONT, WM_SETFOCUS, WM_KILLFOCUS, WM_GETDLGCODE}},
-    {kAny,
-     0,
-     nothing,
-     nothing,
-     {WM_THEMECHANGED, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_GETOBJECT}},
-    {kAny, 0, nothing, nothing, {WM_DPICHANGED_BEFOREPARENT, WM_DPICHANGED_AFTERPARENT}},
-    {kAny, 0, aFlag, nothing, {WM_ENABLE, WM_SHOWWINDOW, WM_NCPAINT}},
-    {kAny, 0, aFew, nothing, {WM_CHANGEUISTATE, WM_UPDATEUISTATE, WM_QUERYUISTATE, WM_TIMER}},
+    {kAny, kText, none, aText, {WM_SETTEXT, WM_SETTEXT}},
+    {kAny, 0, none, none, {WM_GETTEXTLENGTH, WM_GETFONT, WM_SETFOCUS, WM_KILLFOCUS, WM_GETDLGCODE}},
+    {kAny, 0, none, none, {WM_THEMECHANGED, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_GETOBJECT}},
+    {kAny, 0, none, none, {WM_DPICHANGED_BEFOREPARENT, WM_DPICHANGED_AFTERPARENT}},
+    {kAny, 0, aFlag, none, {WM_ENABLE, WM_SHOWWINDOW, WM_NCPAINT}},
+    {kAny, 0, aFew, none, {WM_CHANGEUISTATE, WM_UPDATEUISTATE, WM_QUERYUISTATE, WM_TIMER}},
     {kAny, 0, aFont, aFlag, {WM_SETFONT}},
     {kAny, 0, aDc, aFew, {WM_ERASEBKGND, WM_PRINTCLIENT, WM_PRINT}},
-    {kAny, 0, nothing, aPoint, {WM_NCHITTEST}},
+    {kAny, 0, none, aPoint, {WM_NCHITTEST}},
     {kAny, kMouse, aButton, aPoint, {WM_MOUSEMOVE, WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONDBLCLK}},
     {kAny, kMouse, aButton, aPoint, {WM_LBUTTONUP, WM_LBUTTONUP}},
     {kAny, kMouse, aTurn, aPoint, {WM_MOUSEWHEEL, WM_MOUSEHWHEEL}},
-    {kAny, kMouse, nothing, nothing, {WM_MOUSELEAVE, WM_CAPTURECHANGED, WM_CANCELMODE}},
+    {kAny, kMouse, none, none, {WM_MOUSELEAVE, WM_CAPTURECHANGED, WM_CANCELMODE}},
     {kAny, kKeys, aKey, aFew, {WM_KEYDOWN, WM_KEYDOWN, WM_KEYUP, WM_SYSKEYDOWN, WM_SYSKEYUP}},
     {kAny, kKeys, aChar, aFew, {WM_CHAR}},
-    {kAny & ~kListView, kFree, nothing, aNumber, {QkDlg::WM_FADECOLOR}},
-    {kButton, 0, aFew, nothing, {BM_SETCHECK}},
-    {kButton, 0, aFlag, nothing, {BM_SETSTATE, BM_SETIMAGE}},
-    {kButton, kPlace, nothing, nothing, {BM_CLICK}},
+    {kAny & ~kListView, kFree, none, aNumber, {QkDlg::WM_FADECOLOR}},
+    {kButton, 0, aFew, none, {BM_SETCHECK}},
+    {kButton, 0, aFlag, none, {BM_SETSTATE, BM_SETIMAGE}},
+    {kButton, kPlace, none, none, {BM_CLICK}},
     {kButton, kFree, aFew, aFlag, {BM_SETSTYLE}},
     {kEdit, 0, anIndex, anIndex, {EM_SETSEL, EM_LINESCROLL}},
     {kEdit, 0, aFlag, aText, {EM_REPLACESEL}},
-    {kEdit, 0, aFlag, nothing, {EM_SETREADONLY, EM_SETMODIFY}},
+    {kEdit, 0, aFlag, none, {EM_SETREADONLY, EM_SETMODIFY}},
     {kEdit, 0, aFew, aFew, {EM_SETMARGINS, EM_LIMITTEXT, EM_SCROLL}},
-    {kEdit, 0, nothing, nothing, {EM_UNDO, EM_SCROLLCARET, WM_CLEAR}},
-    {kEdit, kMask, aChar, nothing, {EM_SETPASSWORDCHAR}},
-    {kEdit, kFree, nothing, nothing, {WM_USER + 123}},  // turns the eye off
+    {kEdit, 0, none, none, {EM_UNDO, EM_SCROLLCARET, WM_CLEAR}},
+    {kEdit, kMask, aChar, none, {EM_SETPASSWORDCHAR}},
+    {kEdit, kFree, none, none, {WM_USER + 123}},  // turns the eye off
     // Wine's list box reads wild memory when told to begin before the first item.
-    {kCombo, 0, nothing, aText, {CB_ADDSTRING, CB_SELECTSTRING}},
+    {kCombo, 0, none, aText, {CB_ADDSTRING, CB_SELECTSTRING}},
     {kCombo, 0, anIndex, aText, {CB_INSERTSTRING}},
     {kCombo, 0, anIndex, aFew, {CB_DELETESTRING, CB_SETCURSEL, CB_SETITEMDATA, CB_SETTOPINDEX}},
-    {kCombo, 0, aFlag, nothing, {CB_RESETCONTENT, CB_SHOWDROPDOWN, CB_SETEXTENDEDUI}},
+    {kCombo, 0, aFlag, none, {CB_RESETCONTENT, CB_SHOWDROPDOWN, CB_SETEXTENDEDUI}},
     {kCombo, 0, aFew, aNumber, {CB_SETEDITSEL, CB_LIMITTEXT}},
     {kProgress, 0, anIndex, aNumber, {PBM_SETPOS, PBM_DELTAPOS, PBM_SETRANGE, PBM_SETRANGE32}},
     {kProgress, 0, aFlag, aNumber, {PBM_STEPIT, PBM_SETBARCOLOR, PBM_SETMARQUEE}},
-    {kProgress, 0, aFew, nothing, {PBM_SETSTATE}},
+    {kProgress, 0, aFew, none, {PBM_SETSTATE}},
     {kTrackbar | kSlider, 0, aFlag, anIndex, {TBM_SETPOS, TBM_SETRANGEMIN, TBM_SETRANGEMAX}},
     {kTrackbar | kSlider, 0, aFlag, aNumber, {TBM_SETRANGE, TBM_SETPAGESIZE}},
     {kScroll | kSlider, kRange, anIndex, anIndex, {SBM_SETPOS, SBM_SETRANGE, SBM_SETRANGEREDRAW}},
-    {kScroll | kSlider, kRange, someArrows, nothing, {SBM_ENABLE_ARROWS}},
+    {kScroll | kSlider, kRange, someArrows, none, {SBM_ENABLE_ARROWS}},
     {kListView, 0, anIndex, aFlag, {LVM_DELETEITEM, LVM_ENSUREVISIBLE}},
     {kListView, 0, aFew, aNumber, {LVM_DELETEALLITEMS, LVM_DELETECOLUMN}},
     {kListView, 0, aFew, aFew, {LVM_SETCOLUMNWIDTH}},  // no automatic one: rows have other insets
     {kListView, 0, anIndex, anIndex, {LVM_SCROLL}},
     {kListView, kFree, aFew, aFew, {LVM_SETVIEW, LVM_SETEXTENDEDLISTVIEWSTYLE, LVM_SETITEMCOUNT}},
-    {kListView, kFree, anIndex, nothing, {LVM_SETHOTITEM, LVM_EDITLABELW}},
-    {kListView | kEdit | kListBox, 0, aFew, nothing, {WM_VSCROLL, WM_HSCROLL}},
-    {kListBox, 0, nothing, aText, {LB_ADDSTRING}},
-    {kListBox, 0, anIndex, nothing, {LB_DELETESTRING, LB_SETCURSEL, LB_SETTOPINDEX}},
-    {kListBox, 0, aNumber, nothing, {LB_RESETCONTENT, LB_SETHORIZONTALEXTENT}},
+    {kListView, kFree, anIndex, none, {LVM_SETHOTITEM, LVM_EDITLABELW}},
+    {kListView | kEdit | kListBox, 0, aFew, none, {WM_VSCROLL, WM_HSCROLL}},
+    {kListBox, 0, none, aText, {LB_ADDSTRING}},
+    {kListBox, 0, anIndex, none, {LB_DELETESTRING, LB_SETCURSEL, LB_SETTOPINDEX}},
+    {kListBox, 0, aNumber, none, {LB_RESETCONTENT, LB_SETHORIZONTALEXTENT}},
 };
 
 /// Strikes an actor.
