@@ -72,16 +72,15 @@ Outcome runProgram(const std::wstring& name, const std::wstring& arguments,
     PROCESS_INFORMATION process{};
     std::wstring line = L"\"" + programFolder() + name + L"\" " + arguments;
     Outcome run;
-    bool started = false;
-    for (int tries = 0; !started && tries < kTries; ++tries) {
-        started = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                                 programFolder().c_str(), &startup, &process) != FALSE;
-        if (!started && GetLastError() != ERROR_INTERNAL_ERROR)
-            break;
+    DWORD error = ERROR_INTERNAL_ERROR;
+    for (int tries = 0; error == ERROR_INTERNAL_ERROR && tries < kTries; ++tries) {
+        const bool started =
+            CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                           programFolder().c_str(), &startup, &process) != FALSE;
+        error = started ? ERROR_SUCCESS : GetLastError();
     }
-    if (!started) {
-        ADD_FAILURE() << "did not start (" << GetLastError()
-                      << "): " << testing::PrintToString(line);
+    if (error != ERROR_SUCCESS) {
+        ADD_FAILURE() << "did not start (" << error << "): " << testing::PrintToString(line);
         return run;
     }
     const UniqueKernelHandle owned(process.hProcess);
