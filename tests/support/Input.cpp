@@ -57,7 +57,7 @@ DWORD lastPress = 0;
 void send(std::vector<INPUT> inputs) {
     const auto count = static_cast<UINT>(inputs.size());
     EXPECT_EQ(SendInput(count, inputs.data(), sizeof(INPUT)), count) << "input was refused";
-    if (inputs.front().mi.dwFlags == MOUSEEVENTF_LEFTDOWN && inputs.front().type == INPUT_MOUSE)
+    if (inputs.front().type == INPUT_MOUSE && inputs.front().mi.dwFlags == MOUSEEVENTF_LEFTDOWN)
         lastPress = GetTickCount();
 }
 
