@@ -1,3 +1,4 @@
+#include <optional>
 #include <utility>
 
 #include "QkCustCtrl/ListViewActions.h"
@@ -137,9 +138,33 @@ bool isItemChange(UINT code) {
            code == static_cast<UINT>(LVN_ITEMCHANGED);
 }
 
-bool isShown(HWND hwnd) {
-    return (GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_VISIBLE) != 0;
-}
+/// Takes a list off the screen's updates while this lives, without asking its own procedure, which
+/// may keep WM_SETREDRAW to itself. In the end all of it shows at once.
+class Unseen {
+public:
+    explicit Unseen(HWND list) : m_list(isShown(list) ? list : nullptr) {
+        if (m_list)
+            DefWindowProcW(m_list, WM_SETREDRAW, FALSE, 0);
+    }
+    ~Unseen() {
+        if (!m_list)
+            return;
+        DefWindowProcW(m_list, WM_SETREDRAW, TRUE, 0);
+        // The flat bars come to where the list's now are.
+        SetWindowPos(m_list, nullptr, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW |
+                         SWP_FRAMECHANGED);
+        RedrawWindow(m_list, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    }
+    Unseen(const Unseen&) = delete;
+    Unseen& operator=(const Unseen&) = delete;
+    Unseen(Unseen&&) = delete;
+    Unseen& operator=(Unseen&&) = delete;
+
+private:
+    HWND m_list;  ///< null for a list that was hidden anyway
+};
 
 }  // namespace
 
@@ -228,28 +253,15 @@ LRESULT QkFlatListView::PassOnAndFollow(const Message& message, DWORD_PTR refere
 }
 
 /// On its way to another view the list moves rows, header and bars several times and erases each
-/// time what it shows. Its drawing is taken away meanwhile, without asking its own procedure, which
-/// would keep the bars' to itself.
+/// time what it shows.
 LRESULT QkFlatListView::ChangeView(const Message& message, DWORD_PTR referenceData) {
-    const HWND list = message.hwnd;
-    const bool changes =
-        static_cast<WPARAM>(SendMessageW(list, LVM_GETVIEW, 0, 0)) != message.wParam;
-    const bool unseen = changes && isShown(list);
-    if (unseen)
-        DefWindowProcW(list, WM_SETREDRAW, FALSE, 0);
+    const auto view = static_cast<WPARAM>(SendMessageW(message.hwnd, LVM_GETVIEW, 0, 0));
+    std::optional<Unseen> unseen;
+    if (view != message.wParam)
+        unseen.emplace(message.hwnd);
     if (message.wParam != LV_VIEW_DETAILS && m_flatMode)
         LeaveFlatMode();
-    const LRESULT result = PassOnAndFollow(message, referenceData);
-    if (!unseen)
-        return result;
-    DefWindowProcW(list, WM_SETREDRAW, TRUE, 0);
-    // The flat bars come to where the list's now are.
-    SetWindowPos(
-        list, nullptr, 0, 0, 0, 0,
-        SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_FRAMECHANGED);
-    RedrawWindow(list, nullptr, nullptr,
-                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    return result;
+    return PassOnAndFollow(message, referenceData);
 }
 
 LRESULT QkFlatListView::PassOnPaint(const Message& message, DWORD_PTR referenceData) {

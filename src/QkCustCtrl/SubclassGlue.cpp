@@ -4,13 +4,9 @@
 
 namespace QkDlg {
 
-namespace {
-
 bool isShown(HWND hwnd) {
     return (GetWindowLongPtrW(hwnd, GWL_STYLE) & WS_VISIBLE) != 0;
 }
-
-}  // namespace
 
 bool installSubclass(HWND hwnd, SUBCLASSPROC procedure, QkCustomControl& control, UINT_PTR id) {
     pinOwnModule();

@@ -53,6 +53,9 @@ LRESULT passOnUnseen(const Message& message);
 /// Passes a message on and repaints over what the standard control may have drawn.
 LRESULT passOnAndRepaint(const Message& message);
 
+/// Whether a window has WS_VISIBLE, whatever its parents have.
+bool isShown(HWND hwnd);
+
 /// Paints the window now, without erasing it first.
 void repaintNow(HWND hwnd);
 
