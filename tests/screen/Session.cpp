@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <functional>
 #include <iterator>
 #include <memory>
@@ -81,6 +82,18 @@ HWND makeCover() {
     RegisterClassW(&cover);
     return CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOPMOST, cover.lpszClassName, L"", WS_POPUP, 0,
                            0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+}
+
+/// Wine scales the place that another process gives a window from the screen's DPI to 96. For a
+/// thread that knows no DPI it leaves it as it is.
+void moveInItsProcess(HWND window, int x, int y) {
+    using SetAwareness = HANDLE WINAPI(HANDLE);
+    static auto* const set = reinterpret_cast<SetAwareness*>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"user32"), "SetThreadDpiAwarenessContext")));
+    const HANDLE before = set ? set(reinterpret_cast<HANDLE>(std::intptr_t{-1})) : nullptr;
+    SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    if (set)
+        set(before);
 }
 
 bool showsSame(const Frame& one, const Frame& other, const RECT& place) {
@@ -278,8 +291,7 @@ private:
         RECT place = place_;
         MapWindowRect(HWND_DESKTOP, GetParent(target_), &place);
         for (const int offset : {6, 0}) {
-            SetWindowPos(target_, nullptr, place.left + offset, place.top + offset / 2, 0, 0,
-                         SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+            moveInItsProcess(target_, place.left + offset, place.top + offset / 2);
             hold();
         }
     }
