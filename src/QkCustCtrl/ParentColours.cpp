@@ -16,12 +16,23 @@ struct Coloured {
     GroundListener listener;
 };
 
-/// Who colours which window, the parents that have the procedure below, and those of them that are
+/// Where a parent's messages go on to, and which kind of texts is expected there.
+struct NextProcedure {
+    WNDPROC procedure;
+    bool unicode;
+
+    [[nodiscard]] LRESULT call(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam) const {
+        return unicode ? CallWindowProcW(procedure, hwnd, id, wParam, lParam)
+                       : CallWindowProcA(procedure, hwnd, id, wParam, lParam);
+    }
+};
+
+/// Who colours which window, the parents that have a procedure of ours, and those of them that are
 /// being destroyed. Asked at every paint of a label or an edit, so not kept in window properties,
 /// which cost more.
 struct Colouring {
     std::unordered_map<HWND, Coloured> byWindow;
-    std::unordered_set<HWND> parents;
+    std::unordered_map<HWND, NextProcedure> parents;
     std::unordered_set<HWND> goingParents;
 };
 
@@ -45,10 +56,10 @@ bool leftToSystem(UINT message, HDC dc, LRESULT answer) {
            GetTextColor(dc) == GetSysColor(COLOR_WINDOWTEXT);
 }
 
-LRESULT answerColour(const Message& message) {
-    const LRESULT parents = message.passOn();
-    const auto child = reinterpret_cast<HWND>(message.lParam);
-    const auto dc = reinterpret_cast<HDC>(message.wParam);
+/// What the control answers in place of its parent, or what the parent has answered.
+LRESULT answerColour(WPARAM wParam, LPARAM lParam, UINT id, LRESULT parents) {
+    const auto child = reinterpret_cast<HWND>(lParam);
+    const auto dc = reinterpret_cast<HDC>(wParam);
     const auto found = colouring().byWindow.find(child);
     if (found == colouring().byWindow.end())
         return parents;
@@ -59,7 +70,7 @@ LRESULT answerColour(const Message& message) {
         return parents;
 
     HBRUSH brush = nullptr;
-    if (leftToSystem(message.id, dc, parents))
+    if (leftToSystem(id, dc, parents))
         brush = control->OnCtlColor(dc, child);
     if (!brush)
         brush = reinterpret_cast<HBRUSH>(parents);
@@ -72,17 +83,64 @@ LRESULT answerColour(const Message& message) {
     return reinterpret_cast<LRESULT>(brush);
 }
 
-LRESULT CALLBACK parentProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam, UINT_PTR subclassId,
-                            DWORD_PTR) {
-    const Message message{hwnd, id, wParam, lParam};
+void followEnd(HWND parent, UINT id) {
     if (id == WM_DESTROY)
-        colouring().goingParents.insert(hwnd);
+        colouring().goingParents.insert(parent);
     if (id == WM_NCDESTROY) {
-        colouring().goingParents.erase(hwnd);
-        colouring().parents.erase(hwnd);
-        RemoveWindowSubclass(hwnd, parentProc, subclassId);
+        colouring().goingParents.erase(parent);
+        colouring().parents.erase(parent);
     }
-    return asksColour(id) ? answerColour(message) : message.passOn();
+}
+
+LRESULT CALLBACK parentProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam) {
+    const auto found = colouring().parents.find(hwnd);
+    // A window that is gone but for some last message has no dialog left to be asked.
+    const NextProcedure next =
+        found == colouring().parents.end() ? NextProcedure{&DefWindowProcW, true} : found->second;
+    followEnd(hwnd, id);
+    const LRESULT result = next.call(hwnd, id, wParam, lParam);
+    return asksColour(id) ? answerColour(wParam, lParam, id, result) : result;
+}
+
+LRESULT CALLBACK parentSubclassProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR subclassId, DWORD_PTR) {
+    followEnd(hwnd, id);
+    if (id == WM_NCDESTROY)
+        RemoveWindowSubclass(hwnd, parentSubclassProc, subclassId);
+    const LRESULT result = DefSubclassProc(hwnd, id, wParam, lParam);
+    return asksColour(id) ? answerColour(wParam, lParam, id, result) : result;
+}
+
+/// The procedure of the window's class if nobody has subclassed the window, otherwise null.
+WNDPROC untouchedProcedure(HWND hwnd, bool unicode) {
+    if (GetWindowThreadProcessId(hwnd, nullptr) != GetCurrentThreadId())
+        return nullptr;
+    const auto own = static_cast<ULONG_PTR>(unicode ? GetWindowLongPtrW(hwnd, GWLP_WNDPROC)
+                                                    : GetWindowLongPtrA(hwnd, GWLP_WNDPROC));
+    const ULONG_PTR ofClass =
+        unicode ? GetClassLongPtrW(hwnd, GCLP_WNDPROC) : GetClassLongPtrA(hwnd, GCLP_WNDPROC);
+    return reinterpret_cast<WNDPROC>(own == ofClass ? own : 0);
+}
+
+/// Every label and edit asks its parent at each paint, and a subclass of common controls looks its
+/// records up three times for a message. Right above the class's own procedure a plain one does as
+/// well: whoever subclasses the window later stands above it and gives back what was found. Where
+/// somebody is before us, only common controls can tell apart who leaves first.
+void subclassParent(HWND parent) {
+    if (colouring().parents.contains(parent))
+        return;
+    pinOwnModule();
+    const bool unicode = IsWindowUnicode(parent) != FALSE;
+    if (const WNDPROC next = untouchedProcedure(parent, unicode)) {
+        colouring().parents.insert({parent, {next, unicode}});
+        const auto own = reinterpret_cast<LONG_PTR>(&parentProc);
+        if (unicode)
+            SetWindowLongPtrW(parent, GWLP_WNDPROC, own);
+        else
+            SetWindowLongPtrA(parent, GWLP_WNDPROC, own);
+    } else if (SetWindowSubclass(parent, parentSubclassProc, kSubclassId, 0)) {
+        colouring().parents.insert({parent, {}});
+    }
 }
 
 }  // namespace
@@ -93,11 +151,7 @@ void answerColoursForParent(QkCustomControl& control, GroundListener listener) {
     if (!parent)
         return;
     colouring().byWindow.insert_or_assign(hwnd, Coloured{&control, listener});
-    if (colouring().parents.contains(parent))
-        return;
-    pinOwnModule();
-    if (SetWindowSubclass(parent, parentProc, kSubclassId, 0))
-        colouring().parents.insert(parent);
+    subclassParent(parent);
 }
 
 void stopAnsweringColours(const QkCustomControl& control) {

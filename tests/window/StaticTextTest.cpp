@@ -12,7 +12,12 @@ namespace {
 
 constexpr COLORREF kGround = RGB(180, 230, 180);
 constexpr COLORREF kInk = RGB(200, 0, 0);
+constexpr COLORREF kOtherInk = RGB(0, 0, 200);
 constexpr wchar_t kLongText[] = L"A text that needs a lot more room than that";
+
+LRESULT CALLBACK passOn(HWND window, UINT id, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    return DefSubclassProc(window, id, wParam, lParam);
+}
 
 /// The size of a text in the default face.
 Box sizeOf(const wchar_t* text, int points) {
@@ -81,6 +86,27 @@ TEST_F(StaticTextTest, NoChangeLeavesATraceAndTheHostsColourCodeStands) {
         SetWindowTextW(window, L"New");
         EnableWindow(window, TRUE);
         EXPECT_THAT(onScreen(window), looksLike(expected));
+    }
+}
+
+TEST_F(StaticTextTest, AnotherWhoSubclassesTheParentAndLeavesTakesNoColoursAway) {
+    for (const bool comesFirst : {true, false}) {
+        HostDialog host({.background = kGround});
+        host.onMessage([](UINT message, WPARAM, LPARAM) {
+            return message == WM_CTLCOLORSTATIC ? std::optional<LRESULT>(0) : std::nullopt;
+        });
+        QkFlatStaticText label(101, L"", 9, kInk);
+        if (comesFirst)
+            SetWindowSubclass(host.window(), passOn, 1, 0);
+        label.Attach(host.add(WC_STATICW, L"New", 0, scaledArea(10, 10, 120, 50), 101));
+        if (!comesFirst)
+            SetWindowSubclass(host.window(), passOn, 1, 0);
+        RemoveWindowSubclass(host.window(), passOn, 1);
+        label.SetTextColor(kOtherInk);
+        SetWindowTextW(label.GetWindow(), L"Newer");
+        const Image seen = onScreen(label.GetWindow());
+        EXPECT_TRUE(seen.contains(kOtherInk)) << "comes first: " << comesFirst;
+        EXPECT_FALSE(seen.contains(kInk)) << "comes first: " << comesFirst;
     }
 }
 
