@@ -68,24 +68,24 @@ public:
     [[nodiscard]] int GetPosition() const { return m_nPos; }
 
 protected:
-    INT32 m_bVertical;                       ///< vertical, else horizontal
-    RECT m_rcArrow1{};                       ///< top or left arrow
-    RECT m_rcArrow2{};                       ///< bottom or right arrow
-    RECT m_rcTrack{};                        ///< between the arrows
-    RECT m_rcThumb{};                        ///< without length where it does not fit
-    bool m_bBarPressed = false;              ///< a button is down on the bar
-    bool m_bBarHover = false;                ///< the mouse is over the bar
-    bool m_bDragging = false;                ///< the thumb follows the mouse
-    INT32 m_nHitPart = -1;                   ///< the part that is pressed; -1 for none
-    INT32 m_nMin = 0;                        ///< range
-    INT32 m_nMax = 100;                      ///< range, the last position included
-    INT32 m_nPage = 0;                       ///< positions that show at once; 0 without pages
-    INT32 m_nPos = 0;                        ///< position
-    INT32 m_nTrackPos = 0;                   ///< position while dragging
-    bool m_bArrow1Enabled = true;            ///< first arrow
-    bool m_bArrow2Enabled = true;            ///< second arrow
-    INT32 m_nArrowSize;                      ///< length of an arrow in pixels
-    std::unique_ptr<ScrollArrows> m_arrows;  ///< their four pictures
+    INT32 m_bVertical;                             ///< vertical, else horizontal
+    RECT m_rcArrow1{};                             ///< top or left arrow
+    RECT m_rcArrow2{};                             ///< bottom or right arrow
+    RECT m_rcTrack{};                              ///< between the arrows
+    RECT m_rcThumb{};                              ///< without length where it does not fit
+    bool m_bBarPressed = false;                    ///< a button is down on the bar
+    bool m_bBarHover = false;                      ///< the mouse is over the bar
+    bool m_bDragging = false;                      ///< the thumb follows the mouse
+    INT32 m_nHitPart = -1;                         ///< the part that is pressed; -1 for none
+    INT32 m_nMin = 0;                              ///< range
+    INT32 m_nMax = 100;                            ///< range, the last position included
+    INT32 m_nPage = 0;                             ///< positions that show at once; 0 without pages
+    INT32 m_nPos = 0;                              ///< position
+    INT32 m_nTrackPos = 0;                         ///< position while dragging
+    bool m_bArrow1Enabled = true;                  ///< first arrow
+    bool m_bArrow2Enabled = true;                  ///< second arrow
+    INT32 m_nArrowSize;                            ///< length of an arrow in pixels
+    std::shared_ptr<const ScrollArrows> m_arrows;  ///< their four pictures, once they were painted
 
 private:
     struct Repeat;

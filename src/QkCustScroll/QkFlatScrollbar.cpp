@@ -8,9 +8,9 @@
 
 #include "QkCustCtrl/LiveControls.h"
 #include "QkCustCtrl/SubclassGlue.h"
-#include "QkCustScroll/ScrollArrows.h"
 #include "QkCustScroll/ScrollLayout.h"
 #include "QkCustScroll/ScrollRepeat.h"
+#include "QkUtil/Handles.h"
 #include "QkUtil/MouseTracking.h"
 #include "QkUtil/Rects.h"
 
@@ -84,8 +84,7 @@ QkFlatScrollbar::Repeat& QkFlatScrollbar::SharedRepeat() {
 QkFlatScrollbar::QkFlatScrollbar(UINT id, bool vertical)
     : QkCustomControl(id, nullptr, {}, 0),
       m_bVertical(vertical ? 1 : 0),
-      m_nArrowSize(GetSystemMetrics(vertical ? SM_CYVSCROLL : SM_CXHSCROLL)),
-      m_arrows(std::make_unique<ScrollArrows>()) {}
+      m_nArrowSize(GetSystemMetrics(vertical ? SM_CYVSCROLL : SM_CXHSCROLL)) {}
 
 QkFlatScrollbar::~QkFlatScrollbar() {
     EndRepeat();

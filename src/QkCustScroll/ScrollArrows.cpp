@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <span>
+#include <vector>
 
 #include "QkCustScroll/ScrollLayout.h"
 #include "QkDlg/UiColors.h"
@@ -59,26 +60,24 @@ UniqueBitmap loadPicture(const Picture& picture, int size, bool enabled) {
 
 }  // namespace
 
-void ScrollArrows::draw(HDC dc, const RECT& box, const Look& look, bool second, bool enabled) {
+std::shared_ptr<const ScrollArrows> ScrollArrows::of(const Look& look) {
+    // Never destroyed: a host's static object may end after this module's.
+    static auto& all = *new std::vector<std::weak_ptr<const ScrollArrows>>;
     const Key key{look, IsHighContrast(), GetSysColor(COLOR_WINDOW)};
-    if (!m_bitmaps.front() || key != m_key)
-        load(key);
-    const HBITMAP bitmap = m_bitmaps.at((enabled ? 0U : 2U) + (second ? 1U : 0U)).get();
-    const Size size = bitmapSize(bitmap);
-    const Size room{box.right - box.left, box.bottom - box.top};
-    const int length = look.vertical ? room.height : room.width;
-    const int width = look.vertical ? room.width : room.height;
-    if (!bitmap || length * 10 < size.width * kGlyphLengthTenths ||
-        width * 10 < size.width * kGlyphWidthTenths)
-        return;
-    // Half a pixel goes to the same side of the screen in a mirrored bar.
-    const int half = look.mirrored ? 1 : 0;
-    AlphaBlendBitmap(dc, bitmap, box.left + (room.width - size.width + half) / 2,
-                     box.top + (room.height - size.height) / 2, size.width, size.height);
+    for (const auto& each : all) {
+        if (auto arrows = each.lock(); arrows && arrows->m_key == key)
+            return arrows;
+    }
+    std::shared_ptr<const ScrollArrows> arrows(new ScrollArrows(key));
+    std::erase_if(all, [](const auto& each) { return each.expired(); });
+    // Pictures that could not be loaded are tried again.
+    if (std::ranges::all_of(arrows->m_bitmaps,
+                            [](const auto& bitmap) { return bitmap != nullptr; }))
+        all.push_back(arrows);
+    return arrows;
 }
 
-void ScrollArrows::load(const Key& key) {
-    m_key = key;
+ScrollArrows::ScrollArrows(const Key& key) : m_key(key) {
     const Look& look = key.look;
     const PicturePair& first = look.vertical ? kUp : look.mirrored ? kRight : kLeft;
     const PicturePair& second = look.vertical ? kDown : look.mirrored ? kLeft : kRight;
@@ -86,6 +85,21 @@ void ScrollArrows::load(const Key& key) {
     m_bitmaps = {loadPicture(first.enabled, size, true), loadPicture(second.enabled, size, true),
                  loadPicture(first.disabled, size, false),
                  loadPicture(second.disabled, size, false)};
+}
+
+void ScrollArrows::draw(HDC dc, const RECT& box, bool second, bool enabled) const {
+    const HBITMAP bitmap = m_bitmaps.at((enabled ? 0U : 2U) + (second ? 1U : 0U)).get();
+    const Size size = bitmapSize(bitmap);
+    const Size room{box.right - box.left, box.bottom - box.top};
+    const int length = m_key.look.vertical ? room.height : room.width;
+    const int width = m_key.look.vertical ? room.width : room.height;
+    if (!bitmap || length * 10 < size.width * kGlyphLengthTenths ||
+        width * 10 < size.width * kGlyphWidthTenths)
+        return;
+    // Half a pixel goes to the same side of the screen in a mirrored bar.
+    const int half = m_key.look.mirrored ? 1 : 0;
+    AlphaBlendBitmap(dc, bitmap, box.left + (room.width - size.width + half) / 2,
+                     box.top + (room.height - size.height) / 2, size.width, size.height);
 }
 
 }  // namespace QkDlg

@@ -1,13 +1,14 @@
 #pragma once
 
 #include <array>
+#include <memory>
 
 #include "QkUtil/Handles.h"
 
 namespace QkDlg {
 
-/// The pictures of a scroll bar's two arrows, each on and off, ready to be blended. They are loaded
-/// when first drawn, and anew when they would look different.
+/// The pictures of a scroll bar's two arrows, each on and off, ready to be blended. All bars that
+/// look the same share one object.
 class ScrollArrows {
 public:
     /// What decides which pictures are shown.
@@ -19,8 +20,11 @@ public:
         constexpr bool operator==(const Look&) const = default;
     };
 
+    /// The pictures of that look in the colours of now. They last as long as somebody holds them.
+    [[nodiscard]] static std::shared_ptr<const ScrollArrows> of(const Look& look);
+
     /// Draws the first or second arrow into the middle of its box; nothing where it has no room.
-    void draw(HDC dc, const RECT& box, const Look& look, bool second, bool enabled);
+    void draw(HDC dc, const RECT& box, bool second, bool enabled) const;
 
 private:
     struct Key {
@@ -31,7 +35,7 @@ private:
         constexpr bool operator==(const Key&) const = default;
     };
 
-    void load(const Key& key);
+    explicit ScrollArrows(const Key& key);
 
     Key m_key;
     std::array<UniqueBitmap, 4> m_bitmaps;  ///< first and second when on, then when off

@@ -61,7 +61,8 @@ void QkFlatScrollbar::PaintArrow(HDC dc, int part, bool enabled) {
     const int size = static_cast<int>(
         std::min({static_cast<LONG>(m_nArrowSize), m_rcArrow1.right - m_rcArrow1.left,
                   m_rcArrow1.bottom - m_rcArrow1.top}));
-    m_arrows->draw(dc, box, {IsVertical(), IsMirrored(), size}, part == kArrow2, on);
+    m_arrows = ScrollArrows::of({IsVertical(), IsMirrored(), size});
+    m_arrows->draw(dc, box, part == kArrow2, on);
 }
 
 void QkFlatScrollbar::CalcFocusRect() {
