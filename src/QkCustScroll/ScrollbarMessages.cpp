@@ -188,8 +188,9 @@ void QkFlatScrollbar::TakeOver(HWND hwnd) {
     SCROLLINFO info{};
     info.cbSize = sizeof info;
     info.fMask = SIF_ALL;
+    // A new standard bar begins with an empty range at 0, where a flat one has 100 positions.
     if (!SendMessageW(hwnd, SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(&info)) ||
-        info.nMin >= info.nMax)
+        (info.nMin == 0 && info.nMax == 0))
         return;
     m_nMin = info.nMin;
     m_nMax = info.nMax;
