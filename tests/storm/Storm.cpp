@@ -228,13 +228,18 @@ int main(int argc, char** argv) {
     std::vector<std::string> names{"mixed", "dialog"};
     for (const Kind& kind : kinds())
         names.insert(names.begin(), kind.name);
+    if (const std::string& only = options["--class"]; !only.empty()) {
+        if (std::ranges::find(names, only) == names.end()) {
+            std::cout << "no such class: " << only << '\n';
+            return 2;
+        }
+        names = {only};
+    }
     bool passed = true;
     for (const std::string& name : names) {
-        const std::string& only = options["--class"];
-        if (only.empty() || only == name)
-            passed = storm(name, std::stoull(options["--seed"]), std::stoi(options["--messages"]),
-                           options["--round"]) &&
-                     passed;
+        passed = storm(name, std::stoull(options["--seed"]), std::stoi(options["--messages"]),
+                       options["--round"]) &&
+                 passed;
     }
     return passed ? 0 : 1;
 }
