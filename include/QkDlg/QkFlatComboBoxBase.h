@@ -59,7 +59,6 @@ private:
 
     [[nodiscard]] bool IsItsOwnItem() const { return m_comboInfo.hwndItem == m_hWnd; }
     [[nodiscard]] bool ItemHasBorder() const;
-    void OnPaint();
     void OnSize();
     [[nodiscard]] HBRUSH ColourItem(HDC hdc);
 

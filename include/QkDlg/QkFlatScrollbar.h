@@ -104,8 +104,9 @@ private:
     [[nodiscard]] bool IsOn(int part) const;
     void Changed(bool redraw);
 
+    // Each false when the object's end came of it.
     [[nodiscard]] bool TakeFocus();
-    void Hold(int part);
+    [[nodiscard]] bool Hold(int part);
     void BeginDrag();
     [[nodiscard]] int MouseAlong() const;
     void DragToMouse();

@@ -152,11 +152,6 @@ void QkFlatComboBoxBase::DrawListBorder() {
 
 void QkFlatComboBoxBase::DrawFocus(HDC) {}
 
-void QkFlatComboBoxBase::OnPaint() {
-    const PaintDc paint(m_hWnd);
-    Paint(paint.get());
-}
-
 // An edit without an edge has its text where the border would be drawn.
 bool QkFlatComboBoxBase::ItemHasBorder() const {
     const RECT client = clientRect(m_comboInfo.hwndItem);
@@ -199,7 +194,13 @@ LRESULT CALLBACK QkFlatComboBoxBase::ComboProc(HWND hwnd, UINT id, WPARAM wParam
         return message.passOn();
 
     switch (id) {
-        case WM_PAINT: combo->OnPaint(); return 0;
+        case WM_PAINT: {
+            // Behind a simple combo the host erases, and may end the object.
+            const PaintDc paint(hwnd);
+            if (auto* const still = living())
+                still->Paint(paint.get());
+            return 0;
+        }
         case WM_PRINTCLIENT: combo->Paint(reinterpret_cast<HDC>(wParam)); return 1;
         case WM_ERASEBKGND:
             // The others paint all of their window; here the ground shows round edit and list.

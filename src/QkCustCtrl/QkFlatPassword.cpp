@@ -330,8 +330,10 @@ LRESULT CALLBACK QkFlatPassword::EyeProc(HWND hwnd, UINT id, WPARAM wParam, LPAR
             break;
         case WM_PAINT: {
             {
+                // The standard button asks the host for colours as it erases itself.
                 const PaintDc paint(hwnd);
-                password->PaintEye(paint.get());
+                if (auto* const still = passwordOfEye(hwnd, referenceData))
+                    still->PaintEye(paint.get());
             }
             if (passwordOfEye(hwnd, referenceData) && password->m_refocusPending) {
                 password->m_refocusPending = false;

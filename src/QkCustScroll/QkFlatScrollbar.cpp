@@ -173,11 +173,15 @@ bool QkFlatScrollbar::TakeFocus() {
     return lifeline.holds();
 }
 
-void QkFlatScrollbar::Hold(int part) {
+/// Whoever had the capture before may tell the host of its loss.
+bool QkFlatScrollbar::Hold(int part) {
     m_bBarPressed = true;
     m_nHitPart = part;
-    if (GetCapture() != m_hWnd)
-        SetCapture(m_hWnd);
+    if (GetCapture() == m_hWnd)
+        return true;
+    const Lifeline lifeline(*this);
+    SetCapture(m_hWnd);
+    return lifeline.holds();
 }
 
 void QkFlatScrollbar::OnLButtonDown(int x, int y) {
@@ -190,7 +194,8 @@ void QkFlatScrollbar::OnLButtonDown(int x, int y) {
     const bool on = IsOn(part);
     if (!on && !m_bBarPressed)
         return;
-    Hold(on ? part : kNothingPressed);
+    if (!Hold(on ? part : kNothingPressed))
+        return;
     BeginRepeat();
     repaintNow(m_hWnd);
     // Last, as the parent may open a dialog or end this bar.
@@ -207,7 +212,8 @@ void QkFlatScrollbar::BeginDrag() {
         return;
     // A held press that brought the thumb under the mouse ends by dragging it.
     EndRepeat();
-    Hold(kThumb);
+    if (!Hold(kThumb))
+        return;
     m_dragOffset = thumbOffset(Parts(), IsVertical());
     m_grip = MouseAlong() - m_dragOffset;
     m_nTrackPos = clampedPosition(m_nPos, ThumbRange());

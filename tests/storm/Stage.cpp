@@ -363,8 +363,9 @@ std::string Stage::state() {
     const HWND focus = GetFocus();
     for (const Actor& actor : actors_) {
         describe(out, actor);
-        // Windows inside are theirs.
-        if (focus == actor.window || IsChild(actor.window, focus))
+        // Windows inside are theirs. A scroll bar that switched itself off has lost the focus.
+        if ((actor.kind->family & kScroll) == 0 &&
+            (focus == actor.window || IsChild(actor.window, focus)))
             out << " focus";
     }
     return out.str() + std::exchange(heard_, {}).str();
