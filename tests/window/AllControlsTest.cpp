@@ -246,8 +246,9 @@ TEST_P(AllControlsTest, IsNotTouchedWhenTheHostEndsItWhileItIsToldOrPaints) {
         UINT told = 0;
         bool withWindow = false;
     };
-    for (const End& end : {End{WM_COMMAND}, End{WM_COMMAND, true}, End{WM_NOTIFY}, End{WM_VSCROLL},
-                           End{WM_DRAWITEM}, End{WM_CTLCOLORSTATIC}, End{WM_CTLCOLORBTN}}) {
+    for (const End& end :
+         {End{WM_COMMAND}, End{WM_COMMAND, true}, End{WM_NOTIFY}, End{WM_VSCROLL}, End{WM_DRAWITEM},
+          End{WM_ERASEBKGND}, End{WM_CTLCOLORSTATIC}, End{WM_CTLCOLORBTN}}) {
         const HWND window = add(kFirst);
         Flat control = flatten(window);
         host_.onMessage([&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
