@@ -1,6 +1,7 @@
 #include "QkDlg/QkFlatScrollbar.h"
 
 #include <memory>
+#include <tuple>
 
 #include "QkDlg/UiColors.h"
 #include "support/ChildProcess.h"
@@ -160,12 +161,18 @@ TEST_F(ScrollbarTest, HostThatKnowsNothingOfItIsAnsweredAsByAStandardBar) {
     EXPECT_TRUE(EnableScrollBar(bar_, SB_CTL, ESB_DISABLE_BOTH));
     EXPECT_EQ(colourAt(10), RGB(246, 246, 246)) << "the disabled thumb that fills the track";
     // The values go to the standard bar with the object's end, and to the next object.
-    addBar();
-    object_.reset();
-    EXPECT_EQ(std::pair(info().nPos, info().nPage), std::pair(40, 20U));
-    object_ = std::make_unique<QkFlatScrollbar>(5, true);
-    object_->Attach(bar_);
-    EXPECT_EQ(std::pair(info().nPos, info().nPage), std::pair(40, 20U));
+    for (const int last : {99, 40}) {
+        addBar();
+        SetScrollRange(bar_, SB_CTL, 40, last, TRUE);
+        const auto values = [this] { return std::tuple(info().nMin, info().nMax, info().nPage); };
+        const auto before = values();
+        object_.reset();
+        EXPECT_EQ(values(), before);
+        object_ = std::make_unique<QkFlatScrollbar>(5, true);
+        object_->Attach(bar_);
+        EXPECT_EQ(values(), before);
+        EXPECT_EQ(info().nPos, 40);
+    }
 }
 
 TEST_F(ScrollbarTest, ParentMayEndOrDisableTheBarOrOpenADialogWhileItIsTold) {
