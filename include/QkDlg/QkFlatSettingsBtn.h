@@ -11,6 +11,7 @@ public:
     /// For the window of that control id.
     explicit QkFlatSettingsBtn(UINT id);
 
+    void Attach(HWND hwnd) override;
     /// Chooses the gear for the colour scheme anew and repaints.
     void Refresh() override;
     void OnMouseMove(int x, int y) override;

@@ -32,6 +32,12 @@ void QkFlatSettingsBtn::Refresh() {
     QkFlatBtn::Refresh();
 }
 
+void QkFlatSettingsBtn::Attach(HWND hwnd) {
+    // The last window may have gone under the mouse.
+    m_bDrawImage = false;
+    QkFlatBtn::Attach(hwnd);
+}
+
 void QkFlatSettingsBtn::OnMouseMove(int x, int y) {
     if (!m_bHover)
         m_bDrawImage = true;

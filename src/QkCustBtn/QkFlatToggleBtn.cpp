@@ -283,6 +283,7 @@ void QkFlatToggleBtn::Attach(HWND hwnd) {
     // Nothing is left of a drag in the last window. Whether this one holds the mouse is its matter.
     ResetEffects();
     m_nDragX = -1;
+    m_bClickedByMessage = false;
     // Size and caption are set under this object's procedure: a standard check box would erase and
     // paint itself at once, and ask a host for colours that may delete this object meanwhile.
     installSubclass(hwnd, ToggleProc, *this);

@@ -83,13 +83,16 @@ LRESULT answerColour(WPARAM wParam, LPARAM lParam, UINT id, LRESULT parents) {
     return reinterpret_cast<LRESULT>(brush);
 }
 
-void followEnd(HWND parent, UINT id) {
-    if (id == WM_DESTROY)
-        colouring().goingParents.insert(parent);
-    if (id == WM_NCDESTROY) {
-        colouring().goingParents.erase(parent);
-        colouring().parents.erase(parent);
-    }
+void forgetParent(HWND parent) {
+    colouring().goingParents.erase(parent);
+    colouring().parents.erase(parent);
+}
+
+/// What a parent's message means for the control that it is about, once the parent has answered.
+LRESULT afterParent(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam, LRESULT result) {
+    if (id == WM_NCDESTROY)
+        forgetParent(hwnd);
+    return asksColour(id) ? answerColour(wParam, lParam, id, result) : result;
 }
 
 LRESULT CALLBACK parentProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam) {
@@ -97,18 +100,18 @@ LRESULT CALLBACK parentProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam) {
     // A window that is gone but for some last message has no dialog left to be asked.
     const NextProcedure next =
         found == colouring().parents.end() ? NextProcedure{&DefWindowProcW, true} : found->second;
-    followEnd(hwnd, id);
-    const LRESULT result = next.call(hwnd, id, wParam, lParam);
-    return asksColour(id) ? answerColour(wParam, lParam, id, result) : result;
+    if (id == WM_DESTROY)
+        colouring().goingParents.insert(hwnd);
+    return afterParent(hwnd, id, wParam, lParam, next.call(hwnd, id, wParam, lParam));
 }
 
 LRESULT CALLBACK parentSubclassProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR subclassId, DWORD_PTR) {
-    followEnd(hwnd, id);
+    if (id == WM_DESTROY)
+        colouring().goingParents.insert(hwnd);
     if (id == WM_NCDESTROY)
         RemoveWindowSubclass(hwnd, parentSubclassProc, subclassId);
-    const LRESULT result = DefSubclassProc(hwnd, id, wParam, lParam);
-    return asksColour(id) ? answerColour(wParam, lParam, id, result) : result;
+    return afterParent(hwnd, id, wParam, lParam, DefSubclassProc(hwnd, id, wParam, lParam));
 }
 
 /// The procedure of the window's class if nobody has subclassed the window, otherwise null.
@@ -127,11 +130,15 @@ WNDPROC untouchedProcedure(HWND hwnd, bool unicode) {
 /// well: whoever subclasses the window later stands above it and gives back what was found. Where
 /// somebody is before us, only common controls can tell apart who leaves first.
 void subclassParent(HWND parent) {
+    const bool unicode = IsWindowUnicode(parent) != FALSE;
+    const WNDPROC next = untouchedProcedure(parent, unicode);
+    // Somebody who kept the end of a window from us leaves an entry that is not this window's.
+    if (next)
+        forgetParent(parent);
     if (colouring().parents.contains(parent))
         return;
     pinOwnModule();
-    const bool unicode = IsWindowUnicode(parent) != FALSE;
-    if (const WNDPROC next = untouchedProcedure(parent, unicode)) {
+    if (next) {
         colouring().parents.insert({parent, {next, unicode}});
         const auto own = reinterpret_cast<LONG_PTR>(&parentProc);
         if (unicode)

@@ -16,13 +16,15 @@ namespace QkDlg {
 
 namespace {
 
-/// Paints the label afresh together with what lies behind it: it has no ground of its own, so a
-/// new text would stand on top of the old one.
-void repaintWithGround(HWND hwnd) {
+/// Paints the label afresh together with what lies behind it and behind where it was `before`, in
+/// its parent: it has no ground of its own, so a new text would stand on top of the old one.
+void repaintWithGround(HWND hwnd, const RECT& before = {}) {
     const HWND parent = GetParent(hwnd);
     if (!parent || !IsWindowVisible(hwnd))
         return;
-    const RECT area = windowRectIn(hwnd, parent);
+    const RECT now = windowRectIn(hwnd, parent);
+    RECT area{};
+    UnionRect(&area, &now, &before);
     RedrawWindow(parent, &area, nullptr,
                  RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
@@ -64,12 +66,14 @@ std::optional<UINT> textFormat(HWND hwnd) {
 }
 
 LRESULT passOnThenRepaint(const Message& message) {
+    // A picture gives the window its size.
+    const RECT before = windowRectIn(message.hwnd, GetParent(message.hwnd));
     LRESULT result = 0;
     {
         const DrawingOff off(message.hwnd);
         result = message.passOn();
     }
-    repaintWithGround(message.hwnd);
+    repaintWithGround(message.hwnd, before);
     return result;
 }
 
@@ -117,7 +121,8 @@ void QkFlatStaticText::PaintDisabled(HDC hdc) {
     const HWND label = m_hWnd;
     RECT client = clientRect(label);
     const std::wstring text = GetText();
-    const UINT format = textFormat(label).value_or(0) | (TextFlags(text) & DT_HIDEPREFIX);
+    const UINT format =
+        textFormat(label).value_or(0) | (TextFlags(text) & (DT_HIDEPREFIX | DT_RTLREADING));
     // The host answers, and may end the label: the object is not touched any more.
     const LRESULT ground =
         SendMessageW(GetParent(label), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(hdc),

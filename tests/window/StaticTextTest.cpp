@@ -110,6 +110,19 @@ TEST_F(StaticTextTest, AnotherWhoSubclassesTheParentAndLeavesTakesNoColoursAway)
     }
 }
 
+TEST_F(StaticTextTest, SmallerPictureLeavesNothingOfTheLargerOne) {
+    const std::vector<DWORD> red(80 * 80, 0xC80000);
+    const std::vector<DWORD> blue(20 * 20, 0x0000C8);
+    const UniqueBitmap large(CreateBitmap(80, 80, 1, 32, red.data()));
+    const UniqueBitmap small(CreateBitmap(20, 20, 1, 32, blue.data()));
+    const HWND window = addLabel(L"", 9, SS_BITMAP);
+    for (const HBITMAP each : {large.get(), small.get()})
+        SendMessageW(window, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(each));
+    const Image seen = onScreen(host_.window());
+    EXPECT_TRUE(seen.contains(kOtherInk));
+    EXPECT_FALSE(seen.contains(kInk));
+}
+
 // The enabled text is the standard control's, the disabled one is ours.
 TEST_F(StaticTextTest, DisabledTextIsGreyAndStandsWhereTheEnabledStood) {
     for (const DWORD style :
