@@ -76,6 +76,7 @@ private:
     [[nodiscard]] LRESULT OnHeaderDraw(const NMCUSTOMDRAW& draw) const;
     LRESULT OnCustomDraw(const Message& message);
     LRESULT OnHeaderNotify(const Message& message);
+    LRESULT PassOnAndWiden(const Message& message, int column, bool withHeader);
     void OnLabelEdit(int row);
     LRESULT OnFlatMessage(const Message& message, DWORD_PTR referenceData);
     LRESULT ChangeView(const Message& message, DWORD_PTR referenceData);

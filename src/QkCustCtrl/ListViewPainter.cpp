@@ -157,6 +157,25 @@ RECT columnRect(const PaintedList& painted, std::size_t subItem) {
     return rect;
 }
 
+HFONT listFont() {
+    return GetFont(kListFontSize, defaultFontFace(), FW_NORMAL, 0);
+}
+
+/// The rows whose texts say how wide a column has to be: the first, and the one after the last.
+std::pair<int, int> rowsToMeasure(HWND list) {
+    const auto count = static_cast<int>(askClass(list, LVM_GETITEMCOUNT));
+    if ((GetWindowLongPtrW(list, GWL_STYLE) & LVS_OWNERDATA) == 0)
+        return {0, count};
+    const auto top = static_cast<int>(askClass(list, LVM_GETTOPINDEX));
+    const auto page = static_cast<int>(askClass(list, LVM_GETCOUNTPERPAGE));
+    return {top, std::min(top + page + 1, count)};
+}
+
+int headerWidth(HDC dc, const HeaderItem& item, const ListLengths& lengths) {
+    const int arrow = item.isSorted() ? lengths.underText + 2 * lengths.arrow - 1 : 0;
+    return textSize(dc, item.text.data()).width + 2 * lengths.inset + arrow;
+}
+
 int firstDisplayedOf(HWND header) {
     return static_cast<int>(askClass(header, HDM_ORDERTOINDEX));
 }
@@ -215,19 +234,44 @@ RECT labelArea(const PaintedList& painted, int row) {
     return area.right - area.left < lengths.row ? RECT{} : area;
 }
 
+int widthToFit(const PaintedList& painted, int column, bool withHeader) {
+    const ListLengths lengths(screenDpi());
+    const MemoryDc dc(CreateCompatibleDC(nullptr));
+    const Selection font(dc.get(), listFont());
+    const CellKind kind{firstDisplayedOf(painted.header) == column, painted.checkBoxes,
+                        painted.icons != nullptr};
+    const int besideText = -layOutCell({}, kind, lengths).text.width();
+    int width = withHeader ? headerWidth(dc.get(), HeaderItem(painted.header, column), lengths) : 0;
+    const auto [first, end] = rowsToMeasure(painted.list);
+    // The application that is asked for a text may end the list.
+    for (int row = first; row < end && IsWindow(painted.list); ++row) {
+        std::array<wchar_t, 260> text{};
+        LVITEMW item{};
+        item.mask = LVIF_TEXT;
+        item.iItem = row;
+        item.iSubItem = column;
+        readText(painted.list, item, text);
+        width = std::max(width, textSize(dc.get(), text.data()).width + besideText);
+    }
+    return width;
+}
+
 void fillListGround(HDC dc, const RECT& rect) {
     const COLORREF ground = IsHighContrast() ? GetSysColor(COLOR_WINDOW) : kPlainFace.fill;
     FillRect(dc, &rect, dcBrush(dc, ground));
 }
 
-ListViewPainter::ListViewPainter()
-    : m_listFont(GetFont(kListFontSize, defaultFontFace(), FW_NORMAL, 0)) {
+ListViewPainter::ListViewPainter() : m_listFont(listFont()) {
     LoadCheckBitmaps();
+}
+
+ListViewPainter::Colours ListViewPainter::ColoursOfNow() {
+    return {IsHighContrast(), GetSysColor(COLOR_WINDOW)};
 }
 
 // Recoloured first: what is premultiplied has lost the pixels' own colours.
 void ListViewPainter::LoadCheckBitmaps() {
-    m_bitmapsInHighContrast = IsHighContrast();
+    m_bitmapsFor = ColoursOfNow();
     const unsigned bucket = dpiBucket(screenDpi());
     std::size_t next = 0;
     for (const UINT32 image : {kUncheckedImage, kCheckedImage}) {
@@ -254,7 +298,7 @@ ListViewPainter::Run ListViewPainter::NewRun(const PaintedList& painted) {
     run.highContrast = IsHighContrast();
     run.enabled = IsWindowEnabled(painted.list) != FALSE;
     run.firstDisplayed = firstDisplayedOf(painted.header);
-    if (run.highContrast != m_bitmapsInHighContrast)
+    if (ColoursOfNow() != m_bitmapsFor)
         LoadCheckBitmaps();
     return run;
 }
@@ -453,7 +497,7 @@ void ListViewPainter::PaintCheckBox(HDC dc, const Rect& box, const Run& run) con
         copyBitmap(dc, bitmap, box.left, box.top);
     else
         AlphaBlendBitmap(dc, bitmap, box.left, box.top, m_checkSize.cx, m_checkSize.cy);
-    if (m_bitmapsInHighContrast)
+    if (m_bitmapsFor.highContrast)
         hollowOut(dc, box, m_checkSize.cx, checked);
 }
 

@@ -29,6 +29,10 @@ struct PaintedList {
 /// Where the label of a row is written, and so where it is edited; empty for a column too narrow.
 [[nodiscard]] RECT labelArea(const PaintedList& painted, int row);
 
+/// The width at which no cell of a column is cut, nor its header if that counts. A list that keeps
+/// no items is asked for those that show; the application, for texts that the list does not keep.
+[[nodiscard]] int widthToFit(const PaintedList& painted, int column, bool withHeader);
+
 /// Fills in the ground of a list, which shows wherever there is no row and no header item.
 void fillListGround(HDC dc, const RECT& rect);
 
@@ -103,6 +107,15 @@ private:
         ToldText told;                               ///< the last text that was heard
     };
 
+    /// What decides how the check boxes look.
+    struct Colours {
+        bool highContrast;
+        COLORREF ground;
+
+        bool operator==(const Colours&) const = default;
+    };
+
+    [[nodiscard]] static Colours ColoursOfNow();
     [[nodiscard]] Run NewRun(const PaintedList& painted);
     [[nodiscard]] static const Column& ColumnOf(Run& run, int subItem);
     [[nodiscard]] static const Text* ToldTextOf(const Run& run, int row, int subItem);
@@ -119,7 +132,7 @@ private:
     HFONT m_listFont;                            ///< of the process's cache
     std::array<UniqueBitmap, 2> m_checkBitmaps;  ///< unchecked, checked
     SIZE m_checkSize{};                          ///< of each
-    bool m_bitmapsInHighContrast = false;
+    Colours m_bitmapsFor{};
     std::optional<Run> m_run;
 };
 

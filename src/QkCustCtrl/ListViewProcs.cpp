@@ -232,13 +232,31 @@ void QkFlatListView::OnLabelEdit(int row) {
 }
 
 LRESULT QkFlatListView::OnHeaderNotify(const Message& message) {
-    const UINT code = reinterpret_cast<const NMHDR*>(message.lParam)->code;
+    const auto& header = *reinterpret_cast<const NMHEADERW*>(message.lParam);
+    const UINT code = header.hdr.code;
+    if (m_flatMode && (code == static_cast<UINT>(HDN_DIVIDERDBLCLICKW) ||
+                       code == static_cast<UINT>(HDN_DIVIDERDBLCLICKA)))
+        return PassOnAndWiden(message, header.iItem, false);
     const bool drags = code == static_cast<UINT>(HDN_BEGINDRAG) && m_flatMode &&
                        (m_savedExStyle & LVS_EX_HEADERDRAGDROP) != 0;
     // The list would refuse a drag that its own style does not allow.
     if (code == static_cast<UINT>(NM_CUSTOMDRAW) || drags)
         return SendMessageW(m_parent, message.id, message.wParam, message.lParam);
     return message.passOn();
+}
+
+/// The standard list fits a column to texts in its own font, and without the room beside them.
+LRESULT QkFlatListView::PassOnAndWiden(const Message& message, int column, bool withHeader) {
+    const HWND list = message.hwnd;
+    const LRESULT result = message.passOn();
+    auto* const still = livingControl<QkFlatListView>(list, reinterpret_cast<DWORD_PTR>(this));
+    if (!still || !still->m_header)
+        return result;
+    const int wanted = widthToFit(still->Painted(), column, withHeader);
+    const auto index = static_cast<WPARAM>(column);
+    if (wanted > SendMessageW(list, LVM_GETCOLUMNWIDTH, index, 0))
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, index, MAKELPARAM(wanted, 0));
+    return result;
 }
 
 // Messages
@@ -339,6 +357,13 @@ LRESULT QkFlatListView::OnFlatMessage(const Message& message, DWORD_PTR referenc
         case LVM_INSERTITEMW:
         case LVM_INSERTITEMA: return insertWithBox(message);
         case LVM_SETITEMSTATE: return PassOnItemState(message, referenceData);
+        case LVM_SETCOLUMNWIDTH: {
+            const auto width = static_cast<short>(LOWORD(message.lParam));
+            if (width != LVSCW_AUTOSIZE && width != LVSCW_AUTOSIZE_USEHEADER)
+                break;
+            return PassOnAndWiden(message, static_cast<int>(message.wParam),
+                                  width == LVSCW_AUTOSIZE_USEHEADER);
+        }
         // Painting fills in the ground, off the screen.
         case WM_ERASEBKGND:
         case WM_THEMECHANGED: return 1;

@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <cwchar>
 
+#include "QkCustCtrl/ListViewActions.h"
+
 namespace QkDlg {
 
 namespace {
@@ -36,19 +38,6 @@ int trackPositionOf(HWND bar) {
     info.fMask = SIF_TRACKPOS;
     GetScrollInfo(bar, SB_CTL, &info);
     return info.nTrackPos;
-}
-
-// A list of many rows is far too long for pages. Its rows have one height, so this ends close by.
-void scrollListNear(HWND list, bool vertical, int position) {
-    const SCROLLINFO info = scrollInfoOf(list, vertical);
-    RECT client{};
-    GetClientRect(list, &client);
-    const std::int64_t extent = vertical ? client.bottom : client.right;
-    const std::int64_t units = std::max<std::int64_t>(info.nPage, 1);
-    const auto pixels = static_cast<int>(std::clamp<std::int64_t>(
-        extent * (std::int64_t{position} - info.nPos) / units, INT32_MIN, INT32_MAX));
-    SendMessageW(list, LVM_SCROLL, vertical ? 0U : static_cast<WPARAM>(pixels),
-                 vertical ? pixels : 0);
 }
 
 // SB_PAGEUP and SB_PAGELEFT, SB_LINEUP and SB_LINELEFT are the same numbers.
@@ -117,8 +106,9 @@ void forwardScroll(HWND target, HWND bar, UINT message, WPARAM wParam) {
     SendMessageW(target, message, forwarded, sender);
     if (positionOf(target, vertical) != before || wanted == before)
         return;
+    // A list of many rows is far too long for pages.
     if (list)
-        scrollListNear(target, vertical, wanted);
+        scrollListTo(target, vertical, wanted);
     walk(target, message, wanted, code == SB_THUMBTRACK ? kStepsAtOnce : kStepsAtEnd);
 }
 

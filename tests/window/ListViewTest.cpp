@@ -429,4 +429,48 @@ TEST_F(ListViewTest, NoFrameShowsAnythingStandardOrUnpaintedWhileTheListScrollsA
     DestroyWindow(list);
 }
 
+// No text ends in dots: the cells look as they do in a wide column.
+TEST_F(ListViewTest, ColumnFittedToItsTextsCutsNone) {
+    const HWND list = addFlat({LVS_REPORT, 0, 1});
+    std::wstring text = L"Some words in the second column";
+    LVITEMW item{};
+    item.iSubItem = 1;
+    item.pszText = text.data();
+    send(list, LVM_SETITEMTEXTW, 0, item);
+    const HWND header = headerOf(list);
+    const LONG left = scaled(20);
+    tell(list, LVM_SETCOLUMNWIDTH, 0, left);
+    for (const bool byMouse : {false, true}) {
+        // The divider stands in the header's middle.
+        tell(list, LVM_SETCOLUMNWIDTH, 1, clientBox(header).right / 2 - left);
+        if (byMouse)
+            doubleClick(header);
+        else
+            tell(list, LVM_SETCOLUMNWIDTH, 1, LVSCW_AUTOSIZE);
+        const auto width = static_cast<LONG>(tell(list, LVM_GETCOLUMNWIDTH, 1));
+        const RECT row = rowRect(list, 0);
+        const Box cell(left, row.top + 2, left + width - scaled(8), row.bottom - 2);
+        const Image fitted = shown(list).part(cell);
+        tell(list, LVM_SETCOLUMNWIDTH, 1, 2 * width);
+        EXPECT_THAT(fitted, looksLike(shown(list).part(cell))) << "by mouse: " << byMouse;
+    }
+}
+
+TEST_F(ListViewTest, ThumbTakesTheListToWhereItStandsAndItsReleaseMovesNothing) {
+    const HWND bar = host_.add(L"SCROLLBAR", L"", SBS_HORZ, area(0, 0, 1, 1), 7);
+    SetScrollRange(bar, SB_CTL, 0, 200, FALSE);
+    for (const bool report : {true, false}) {
+        const HWND list = addFlat({LVS_REPORT, 0, 60});
+        tell(list, LVM_SETVIEW, report ? LV_VIEW_DETAILS : LV_VIEW_LIST);
+        for (const int position : {4, 1, report ? 40 : 3}) {
+            SetScrollPos(bar, SB_CTL, position, FALSE);
+            for (const WPARAM code : {SB_THUMBTRACK, SB_THUMBPOSITION}) {
+                tell(list, report ? WM_VSCROLL : WM_HSCROLL, code, reinterpret_cast<LPARAM>(bar));
+                EXPECT_EQ(GetScrollPos(list, report ? SB_VERT : SB_HORZ), position);
+            }
+        }
+        DestroyWindow(list);
+    }
+}
+
 }  // namespace
