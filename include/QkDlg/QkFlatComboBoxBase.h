@@ -44,6 +44,9 @@ protected:
     /// COMBOBOXINFO of a combo; a drop-down list that names no item is its own.
     [[nodiscard]] static COMBOBOXINFO ComboInfo(HWND combo);
 
+    /// Whether there is no edit: a drop-down list.
+    [[nodiscard]] bool IsItsOwnItem() const { return m_comboInfo.hwndItem == m_hWnd; }
+
     COMBOBOXINFO m_comboInfo{};                       ///< item and list, as found by Attach
     std::unique_ptr<QkCustomControl> m_innerControl;  ///< the flat edit of the edit item, if any
     HWND m_listWindow = nullptr;                      ///< the list
@@ -57,7 +60,6 @@ private:
     static LRESULT CALLBACK ListProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                      UINT_PTR id, DWORD_PTR referenceData);
 
-    [[nodiscard]] bool IsItsOwnItem() const { return m_comboInfo.hwndItem == m_hWnd; }
     [[nodiscard]] bool ItemHasBorder() const;
     void OnSize();
     [[nodiscard]] HBRUSH ColourItem(HDC hdc);

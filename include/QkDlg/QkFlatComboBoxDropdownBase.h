@@ -31,6 +31,10 @@ protected:
     /// The ground and the button, without the border. `dc` has the client's coordinates.
     void PaintFace(HDC dc);
 
+    /// Takes the room beside the edit for the button's; as long as there is none, that of a
+    /// drop-down list.
+    void MeasureButton(HWND combo, HWND edit);
+
     int m_buttonWidth = 0;              ///< width of the arrow button
     RECT m_buttonRect{};                ///< the arrow button
     POINT m_arrowPos{};                 ///< the arrow's left top corner

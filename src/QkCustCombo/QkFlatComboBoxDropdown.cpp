@@ -1,6 +1,5 @@
 #include "QkDlg/QkFlatComboBoxDropdown.h"
 
-#include "QkUtil/Rects.h"
 #include "lib/AssertReport.h"
 
 namespace QkDlg {
@@ -25,8 +24,7 @@ void QkFlatComboBoxDropdown::Attach(HWND hwnd) {
     if (!info.hwndItem || !info.hwndList)
         QkLib::reportAssertFailure(kNoItemOrList);
     // The edit stays a standard one: the combo draws the border itself.
-    m_buttonWidth = static_cast<int>(windowRectIn(hwnd, hwnd).right -
-                                     windowRectIn(info.hwndItem, hwnd).right - 1);
+    MeasureButton(hwnd, info.hwndItem);
     QkFlatComboBoxDropdownBase::Attach(hwnd);
 }
 

@@ -86,10 +86,19 @@ void QkFlatComboBoxDropdownBase::RedrawButton() {
 /// Afresh for each use, since the window may have another size by now.
 void QkFlatComboBoxDropdownBase::LayOutButton() {
     const RECT client = clientRect(m_hWnd);
+    // Only now the edit may have got its room.
+    if (client.right != m_buttonRect.right && !IsItsOwnItem())
+        MeasureButton(m_hWnd, m_comboInfo.hwndItem);
     const ArrowButton layout = layOutArrowButton({client.right, client.bottom}, m_buttonWidth,
                                                  {m_arrowSize.cx, m_arrowSize.cy});
     m_buttonRect = toWin32(layout.button);
     m_arrowPos = {layout.arrowX, layout.arrowY};
+}
+
+void QkFlatComboBoxDropdownBase::MeasureButton(HWND combo, HWND edit) {
+    const int beside =
+        static_cast<int>(windowRectIn(combo, combo).right - windowRectIn(edit, combo).right - 1);
+    m_buttonWidth = beside > 0 ? beside : arrowButtonWidth(m_arrowSize.cx, captionPadding());
 }
 
 void QkFlatComboBoxDropdownBase::UpdateImage() {
@@ -116,6 +125,7 @@ void QkFlatComboBoxDropdownBase::OnMouseMove(int x, int y) {
         return;
     trackMouseLeave(m_hWnd);
     m_tracking = true;
+    RenewTableColours();
     if (!m_fade.IsRunning())
         m_fade.Start(m_hWnd, GetBkColor(), m_clrHover);
 }

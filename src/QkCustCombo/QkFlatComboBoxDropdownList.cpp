@@ -62,7 +62,10 @@ void QkFlatComboBoxDropdownList::DrawItemText(HDC dc, const RECT& area) {
         ::SetTextColor(dc, highlightText());
     }
     SetBkMode(dc, TRANSPARENT);
+    const bool rightToLeft = (TextFlags({}) & DT_RTLREADING) != 0;
+    const UINT align = SetTextAlign(dc, rightToLeft ? TA_RTLREADING : UINT{TA_LEFT});
     TextOutW(dc, x, y, shown.data(), static_cast<int>(shown.size()));
+    SetTextAlign(dc, align);
 }
 
 /// The combo's text, read where the standard combo reads it.

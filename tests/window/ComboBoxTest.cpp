@@ -3,6 +3,7 @@
 #include "QkDlg/QkFlatComboBoxDropdown.h"
 #include "QkDlg/QkFlatComboBoxDropdownList.h"
 #include "QkDlg/QkFlatComboBoxSimple.h"
+#include "QkUtil/Rects.h"
 #include "support/ChildProcess.h"
 #include "support/WindowTest.h"
 
@@ -166,5 +167,22 @@ const BrokenContract kContracts[] = {
     {"src/QkCustCombo", 192, [] { ComboWithoutButton().Attach({}); }},
     {"src/QkCustCombo", 383, [] { QkFlatComboBoxDropdown(1).Attach({}); }},
 };
+
+// As in dialogs that lay their controls out when they get their size.
+TEST_F(ComboBoxTest, EditableOneThatWasMadeWithoutASizeGetsItsButtonWithIt) {
+    make(kEditable);
+    const Box expected = button();
+    const RECT place = windowRectIn(combo_, host_->window());
+    for (const int width : {0, 4, 10}) {
+        const HWND combo = host_->add(L"combobox", L"", kEditable, area(0, 0, width, 150), 72);
+        const auto control = std::make_unique<QkFlatComboBoxDropdown>(72);
+        control->Attach(combo);
+        SetWindowPos(combo, nullptr, place.left, place.top, place.right - place.left, 150, 0);
+        drain();
+        moveTo(combo, 1, 1);
+        EXPECT_EQ(Box(control->GetButtonRect()), expected) << "made with a width of " << width;
+        DestroyWindow(combo);
+    }
+}
 
 }  // namespace
