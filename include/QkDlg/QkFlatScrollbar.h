@@ -68,6 +68,8 @@ public:
     [[nodiscard]] int GetPosition() const { return m_nPos; }
 
 protected:
+    static constexpr INT32 kNewMaximum = 100;
+
     INT32 m_bVertical;                             ///< vertical, else horizontal
     RECT m_rcArrow1{};                             ///< top or left arrow
     RECT m_rcArrow2{};                             ///< bottom or right arrow
@@ -78,7 +80,7 @@ protected:
     bool m_bDragging = false;                      ///< the thumb follows the mouse
     INT32 m_nHitPart = -1;                         ///< the part that is pressed; -1 for none
     INT32 m_nMin = 0;                              ///< range
-    INT32 m_nMax = 100;                            ///< range, the last position included
+    INT32 m_nMax = kNewMaximum;                    ///< range, the last position included
     INT32 m_nPage = 0;                             ///< positions that show at once; 0 without pages
     INT32 m_nPos = 0;                              ///< position
     INT32 m_nTrackPos = 0;                         ///< position while dragging
@@ -126,6 +128,7 @@ private:
     [[nodiscard]] bool GetInfo(SCROLLINFO& info) const;
     [[nodiscard]] bool GetBarInfo(SCROLLBARINFO& info) const;
     void EnableArrows(WPARAM arrows);
+    void ResetValues();
     void TakeOver(HWND hwnd);
     void GiveBack(HWND hwnd) const;
 
@@ -135,6 +138,7 @@ private:
     INT32 m_wheelRest = 0;        ///< wheel movement that made no whole line yet
     bool m_keyScrolls = false;    ///< a key that scrolled is down
     bool m_repeatPosted = false;  ///< a repeated press is in the message queue
+    bool m_wasBound = false;      ///< the object has had a window
 };
 
 }  // namespace QkDlg

@@ -465,7 +465,16 @@ LRESULT CALLBACK QkFlatScrollbar::BarProc(HWND hwnd, UINT id, WPARAM wParam, LPA
 
 // Attach
 
+void QkFlatScrollbar::ResetValues() {
+    m_nMin = m_nPage = m_nPos = m_nTrackPos = 0;
+    m_nMax = kNewMaximum;
+    m_bArrow1Enabled = m_bArrow2Enabled = true;
+}
+
 void QkFlatScrollbar::Attach(HWND hwnd) {
+    // Nothing is left of the last window's bar.
+    if (std::exchange(m_wasBound, true) && m_hWnd != hwnd)
+        ResetValues();
     // Unbound as yet, so that nobody but the standard bar answers.
     TakeOver(hwnd);
     ForgetInput();

@@ -252,6 +252,9 @@ void ScrollbarHolder::LayOut() {
         below = holder;
         setClipSiblings(holder, clip);
         HolderWindow::of(holder)->followStyles();
+        // A bar that is disabled ends its press, and the host that is told may end it all.
+        if (!liveHolders().contains(this))
+            return;
         place(holder, partOf(layout, part), !m_hidden);
     }
 }

@@ -139,8 +139,12 @@ bool LoadResourceText(HMODULE module, const wchar_t* name, TextReceiver& receive
     const auto bytes = resourceBytes(module, name, MAKEINTRESOURCEW(23));  // RT_HTML
     if (!bytes)
         return false;
-    const auto text = QkLib::wideFromTextBytes(*bytes);
-    return text && receiver.Parse(*text);
+    auto text = QkLib::wideFromTextBytes(*bytes);
+    if (!text)
+        return false;
+    // Resource tools fill up with zeros.
+    text->resize(text->find_last_not_of(L'\0') + 1);
+    return receiver.Parse(*text);
 }
 
 }  // namespace QkDlg
