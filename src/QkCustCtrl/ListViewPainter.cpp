@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "QkDlg/DialogFonts.h"
 #include "QkDlg/ImageIdList.h"
 #include "QkDlg/UiColors.h"
 #include "QkUtil/Bitmaps.h"
@@ -10,7 +9,6 @@
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
 #include "QkUtil/Resources.h"
-#include "QkXML/DialogDefaults.h"
 
 namespace QkDlg {
 
@@ -19,7 +17,6 @@ namespace {
 constexpr UINT32 kCheckedImage = 62024;
 constexpr UINT32 kUncheckedImage = 62048;
 
-constexpr int kListFontSize = 9;
 constexpr UINT kTextFlags = DT_BOTTOM | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX;
 
 constexpr COLORREF kHeaderText = 0x797979;
@@ -62,20 +59,6 @@ void drawFocusCue(HDC dc, const RECT& row, const ListLengths& lengths) {
     DrawFocusRect(dc, &cue);
 }
 
-/// The cursor in client coordinates of a window, unless the mouse is over another one.
-std::optional<POINT> cursorIn(HWND hwnd) {
-    POINT cursor{};
-    if (!GetCursorPos(&cursor))
-        return std::nullopt;
-    POINT inside = cursor;
-    ScreenToClient(hwnd, &inside);
-    const RECT client = clientRect(hwnd);
-    // Mostly the mouse is elsewhere, and what window that is need not be asked.
-    if (!PtInRect(&client, inside) || WindowFromPoint(cursor) != hwnd)
-        return std::nullopt;
-    return inside;
-}
-
 bool hasArea(const RECT& rect) {
     return rect.right > rect.left && rect.bottom > rect.top;
 }
@@ -93,24 +76,6 @@ void setTextColours(HDC dc, COLORREF text, COLORREF ground) {
     SetBkMode(dc, TRANSPARENT);
 }
 
-Size textSize(HDC dc, const wchar_t* text) {
-    SIZE size{};
-    GetTextExtentPoint32W(dc, text, lstrlenW(text), &size);
-    return {size.cx, size.cy};
-}
-
-/// Asks the list for what the mask of `item` names and for its text.
-template <typename Text>
-void readText(HWND list, LVITEMW& item, Text& text) {
-    constexpr auto capacity = static_cast<int>(std::tuple_size_v<Text>);
-    item.pszText = text.data();
-    item.cchTextMax = capacity;
-    askClass(list, LVM_GETITEMW, 0, &item);
-    // A list may answer with a text of its own instead of filling the buffer.
-    if (item.pszText && item.pszText != text.data() && item.pszText != LPSTR_TEXTCALLBACKW)
-        lstrcpynW(text.data(), item.pszText, capacity);
-}
-
 /// Takes the middle out of a high-contrast check box, whose recoloured picture is all of one
 /// colour, and puts the mark there.
 void hollowOut(HDC dc, const Rect& box, int width, bool checked) {
@@ -126,58 +91,6 @@ void hollowOut(HDC dc, const Rect& box, int width, bool checked) {
     const RECT square{box.left + offset, box.top + offset, box.left + offset + mark,
                       box.top + offset + mark};
     FillRect(dc, &square, dcBrush(dc, GetSysColor(COLOR_WINDOW) ^ kColourBits));
-}
-
-struct HeaderItem {
-    std::array<wchar_t, 260> text{};
-    int format = 0;
-
-    HeaderItem(HWND header, int index) {
-        HDITEMW item{};
-        item.mask = HDI_TEXT | HDI_FORMAT;
-        item.pszText = text.data();
-        item.cchTextMax = static_cast<int>(text.size());
-        askClass(header, HDM_GETITEMW, static_cast<WPARAM>(index), &item);
-        format = item.fmt;
-        // A header may answer with a text of its own instead of filling the buffer.
-        if (item.pszText && item.pszText != text.data())
-            lstrcpynW(text.data(), item.pszText, item.cchTextMax);
-    }
-
-    [[nodiscard]] bool isRightAligned() const { return (format & HDF_JUSTIFYMASK) == HDF_RIGHT; }
-    [[nodiscard]] bool isSorted() const { return (format & (HDF_SORTUP | HDF_SORTDOWN)) != 0; }
-};
-
-/// In client coordinates of the list, up and down those of the header.
-RECT columnRect(const PaintedList& painted, std::size_t subItem) {
-    RECT rect{};
-    askClass(painted.header, HDM_GETITEMRECT, subItem, &rect);
-    // The header moves with the list when that one scrolls sideways.
-    MapWindowPoints(painted.header, painted.list, reinterpret_cast<POINT*>(&rect), 2);
-    return rect;
-}
-
-HFONT listFont() {
-    return GetFont(kListFontSize, defaultFontFace(), FW_NORMAL, 0);
-}
-
-/// The rows whose texts say how wide a column has to be: the first, and the one after the last.
-std::pair<int, int> rowsToMeasure(HWND list) {
-    const auto count = static_cast<int>(askClass(list, LVM_GETITEMCOUNT));
-    if ((GetWindowLongPtrW(list, GWL_STYLE) & LVS_OWNERDATA) == 0)
-        return {0, count};
-    const auto top = static_cast<int>(askClass(list, LVM_GETTOPINDEX));
-    const auto page = static_cast<int>(askClass(list, LVM_GETCOUNTPERPAGE));
-    return {top, std::min(top + page + 1, count)};
-}
-
-int headerWidth(HDC dc, const HeaderItem& item, const ListLengths& lengths) {
-    const int arrow = item.isSorted() ? lengths.underText + 2 * lengths.arrow - 1 : 0;
-    return textSize(dc, item.text.data()).width + 2 * lengths.inset + arrow;
-}
-
-int firstDisplayedOf(HWND header) {
-    return static_cast<int>(askClass(header, HDM_ORDERTOINDEX));
 }
 
 void writeHeader(HDC dc, const HeaderItem& item, const RECT& rect, COLORREF ink) {
@@ -199,62 +112,6 @@ void writeHeader(HDC dc, const HeaderItem& item, const RECT& rect, COLORREF ink)
 }
 
 }  // namespace
-
-int hotRowOf(HWND list) {
-    const std::optional<POINT> cursor = cursorIn(list);
-    if (!cursor || !isBelowHeader(cursor->y, ListLengths(screenDpi())))
-        return -1;
-    LVHITTESTINFO hit{};
-    hit.pt = *cursor;
-    askClass(list, LVM_HITTEST, 0, &hit);
-    return (hit.flags & LVHT_ONITEM) != 0 ? hit.iItem : -1;
-}
-
-int hotHeaderItemOf(HWND header) {
-    const std::optional<POINT> cursor = cursorIn(header);
-    if (!cursor)
-        return -1;
-    HDHITTESTINFO hit{};
-    hit.pt = *cursor;
-    askClass(header, HDM_HITTEST, 0, &hit);
-    return (hit.flags & (HHT_ONHEADER | HHT_ONDIVIDER | HHT_ONDIVOPEN)) != 0 ? hit.iItem : -1;
-}
-
-RECT labelArea(const PaintedList& painted, int row) {
-    RECT bounds{};
-    bounds.left = LVIR_BOUNDS;
-    askClass(painted.list, LVM_GETITEMRECT, static_cast<WPARAM>(row), &bounds);
-    const ListLengths lengths(screenDpi());
-    const RECT column = columnRect(painted, 0);
-    const Rect cell{column.left, bounds.top, column.right, bounds.bottom};
-    const CellKind kind{firstDisplayedOf(painted.header) == 0, painted.checkBoxes,
-                        painted.icons != nullptr};
-    const Rect text = layOutCell(cell, kind, lengths).text;
-    const RECT area{text.left - lengths.inset, cell.top, cell.right, cell.bottom};
-    return area.right - area.left < lengths.row ? RECT{} : area;
-}
-
-int widthToFit(const PaintedList& painted, int column, bool withHeader) {
-    const ListLengths lengths(screenDpi());
-    const MemoryDc dc(CreateCompatibleDC(nullptr));
-    const Selection font(dc.get(), listFont());
-    const CellKind kind{firstDisplayedOf(painted.header) == column, painted.checkBoxes,
-                        painted.icons != nullptr};
-    const int besideText = -layOutCell({}, kind, lengths).text.width();
-    int width = withHeader ? headerWidth(dc.get(), HeaderItem(painted.header, column), lengths) : 0;
-    const auto [first, end] = rowsToMeasure(painted.list);
-    // The application that is asked for a text may end the list.
-    for (int row = first; row < end && IsWindow(painted.list); ++row) {
-        std::array<wchar_t, 260> text{};
-        LVITEMW item{};
-        item.mask = LVIF_TEXT;
-        item.iItem = row;
-        item.iSubItem = column;
-        readText(painted.list, item, text);
-        width = std::max(width, textSize(dc.get(), text.data()).width + besideText);
-    }
-    return width;
-}
 
 void fillListGround(HDC dc, const RECT& rect) {
     const COLORREF ground = IsHighContrast() ? GetSysColor(COLOR_WINDOW) : kPlainFace.fill;

@@ -5,33 +5,10 @@
 #include <vector>
 
 #include "QkCustCtrl/ListViewLayout.h"
+#include "QkCustCtrl/ListViewQueries.h"
 #include "QkUtil/Handles.h"
 
 namespace QkDlg {
-
-/// What is painted: a list in report view, with what the application set for it.
-struct PaintedList {
-    HWND list = nullptr;
-    HWND header = nullptr;
-    HIMAGELIST icons = nullptr;  ///< null for none
-    bool checkBoxes = false;
-    int hotRow = -1;
-    bool focusCue = false;  ///< the keyboard is in use, so the focused row is marked
-    bool grouped = false;   ///< its items stand in groups, which have headings
-};
-
-/// The row that the mouse is over, or -1. Where another window covers the list, there is none.
-[[nodiscard]] int hotRowOf(HWND list);
-
-/// The header item that the mouse is over, or -1.
-[[nodiscard]] int hotHeaderItemOf(HWND header);
-
-/// Where the label of a row is written, and so where it is edited; empty for a column too narrow.
-[[nodiscard]] RECT labelArea(const PaintedList& painted, int row);
-
-/// The width at which no cell of a column is cut, nor its header if that counts. A list that keeps
-/// no items is asked for those that show; the application, for texts that the list does not keep.
-[[nodiscard]] int widthToFit(const PaintedList& painted, int column, bool withHeader);
 
 /// Fills in the ground of a list, which shows wherever there is no row and no header item.
 void fillListGround(HDC dc, const RECT& rect);
