@@ -146,6 +146,7 @@ TEST_F(ButtonTest, HighContrastShowsAtTheNextPaintInSystemColoursAndLeavesNoneBe
     const auto blueControl = flat<QkFlatBlueBtn>(blue);
     const auto plainControl = flat<QkFlatBtn>(plain);
     EXPECT_EQ(blueControl->GetConfiguredBkColor(), RGB(255, 0, 255));
+    EXPECT_EQ(GetUIColor(UICLR_PRESSED_BORDER), GetSysColor(COLOR_ACTIVECAPTION));
     EXPECT_EQ(faceOf(blue), RGB(0, 0, 64));
     EXPECT_TRUE(shows(blue, 1, 1));
     moveTo(blue);

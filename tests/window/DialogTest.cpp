@@ -391,9 +391,11 @@ TEST_F(DialogTest, ColoursComeFromTheControlThatAsks) {
             return std::pair(brush, GetTextColor(dc.get()));
         };
         const auto nullPen = reinterpret_cast<INT_PTR>(GetStockObject(NULL_PEN));
-        const HWND second = FindWindowExW(open.window(), nullptr, L"Static", L"Second of many");
-        EXPECT_EQ(ask(WM_CTLCOLORSTATIC, second),
-                  (std::pair(nullPen, GetSysColor(COLOR_WINDOWTEXT))));
+        const HWND flat = FindWindowExW(open.window(), nullptr, L"Static", L"First of many");
+        const HWND plain = FindWindowExW(open.window(), nullptr, L"Static", L"Second of many");
+        for (const HWND label : {flat, plain})
+            EXPECT_EQ(ask(WM_CTLCOLORSTATIC, label),
+                      (std::pair(nullPen, GetSysColor(COLOR_WINDOWTEXT))));
         const HWND readOnly = CreateWindowExW(0, L"Edit", L"", WS_CHILD | ES_READONLY, 0, 0, 9, 9,
                                               open.window(), nullptr, nullptr, nullptr);
         EXPECT_EQ(ask(WM_CTLCOLORSTATIC, readOnly).first, 0) << "an edit needs a ground";
@@ -402,6 +404,7 @@ TEST_F(DialogTest, ColoursComeFromTheControlThatAsks) {
         EXPECT_EQ(ask(WM_CTLCOLORDLG, open.window()).first, white);
         const HighContrast contrast;
         EXPECT_EQ(ask(WM_CTLCOLORDLG, open.window()).first, 0);
+        EXPECT_EQ(ask(WM_CTLCOLORSTATIC, flat).first, 0);
     });
 }
 

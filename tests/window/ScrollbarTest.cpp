@@ -280,6 +280,8 @@ TEST_F(ScrollbarTest, TakesTheSystemsColoursInHighContrast) {
     EXPECT_EQ(colourAt(160), RGB(255, 255, 0));
     EXPECT_EQ(colourAt(200), RGB(0, 0, 0));
     EXPECT_TRUE(shown().contains(RGB(255, 255, 255))) << "the arrows";
+    moveMouse(-1);
+    EXPECT_EQ(shown().at(0, 0), GetSysColor(COLOR_HIGHLIGHT));
 }
 
 const BrokenContract kUnknownArrows("src/QkCustScroll", 677, [] {

@@ -53,15 +53,6 @@ TEST_F(StaticTextTest, TextIsFittedByShrinkingForGoodGrowingTheWindowAndWidening
               screenDpi() > 96 ? width : narrow.right);
 }
 
-TEST_F(StaticTextTest, CtlColorAnswersWithTheStockPenButWithNothingInHighContrast) {
-    const HWND window = addLabel(L"Text");
-    const MemoryDc dc(CreateCompatibleDC(nullptr));
-    EXPECT_EQ(label_->OnCtlColor(dc.get(), window), static_cast<HBRUSH>(GetStockObject(NULL_PEN)));
-    const HighContrast on;
-    EXPECT_EQ(label_->OnCtlColor(dc.get(), window), nullptr);
-    EXPECT_EQ(GetTextColor(dc.get()), GetSysColor(COLOR_WINDOWTEXT));
-}
-
 // A label changes in every way; it has to look as one that was that way from the start.
 TEST_F(StaticTextTest, NoChangeLeavesATraceAndTheHostsColourCodeStands) {
     EXPECT_FALSE(onScreen(addLabel(L"New")).contains(kInk)) << "the host has colour code";
