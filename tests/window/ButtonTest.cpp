@@ -1,9 +1,14 @@
 #include "QkDlg/QkFlatBtn.h"
 
+#include <array>
 #include <functional>
 #include <memory>
 
 #include "QkDlg/QkFlatBlueBtn.h"
+#include "QkDlg/QkFlatDropBtn.h"
+#include "QkDlg/QkFlatSettingsBtn.h"
+#include "QkDlg/QkFlatSplitBtn.h"
+#include "QkUtil/Rects.h"
 #include "support/WindowTest.h"
 
 using namespace QkDlg;
@@ -40,6 +45,10 @@ protected:
     /// The face between border and focus rectangle, and the border, as they are on the screen.
     static COLORREF faceOf(HWND button) { return onScreen(button).at(1, 1); }
     static COLORREF borderOf(HWND button) { return onScreen(button).at(0, 5); }
+    static Box darkPart(const Image& image) {
+        return image.boundingBoxOf([](COLORREF colour) { return GetRValue(colour) < 0xA0; })
+            .value_or(Box());
+    }
 
     HostDialog host_{{.width = scaled(300), .height = scaled(200)}};
 };
@@ -171,10 +180,9 @@ TEST_F(ButtonTest, CaptionStandsWhereTheStyleSays) {
         const HWND button =
             host_.add(L"button", L"Text", style, scaledArea(30, 30, 100, 60), kFirst);
         const auto control = flat<QkFlatBtn>(button);
-        const auto ink = onScreen(button).boundingBoxOf(
-            [](COLORREF colour) { return GetRValue(colour) < 0x60; });
+        const Box ink = darkPart(onScreen(button));
         DestroyWindow(button);
-        return ink.value_or(Box());
+        return ink;
     };
     const int width = scaled(100);
     const Box centred = inkOf(BS_PUSHBUTTON);
@@ -183,6 +191,86 @@ TEST_F(ButtonTest, CaptionStandsWhereTheStyleSays) {
     EXPECT_GE(inkOf(BS_RIGHT).right, width - scaled(6) - scaled(3));
     EXPECT_LT(inkOf(BS_TOP).top, centred.top);
     EXPECT_GT(inkOf(BS_BOTTOM).bottom, centred.bottom);
+}
+
+TEST_F(ButtonTest, ArrowIsNotLeftPressedByItsMenu) {
+    if (!FindResourceW(nullptr, MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(24)))
+        GTEST_SKIP() << "split buttons need version 6 of the common controls";
+    const HWND button = addButton(BS_SPLITBUTTON);
+    const auto control = flat<QkFlatDropBtn>(button);
+    const std::unique_ptr<HMENU__, decltype(&DestroyMenu)> menu(CreatePopupMenu(), &DestroyMenu);
+    AppendMenuW(menu.get(), MF_STRING, 1, L"Item");
+    int opened = 0;
+    host_.onMessage([&](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message != WM_NOTIFY || reinterpret_cast<const NMHDR*>(lParam)->code != BCN_DROPDOWN)
+            return std::nullopt;
+        ++opened;
+        // The menu takes the mouse; the release that follows goes to it.
+        PostMessageW(host_.window(), WM_CANCELMODE, 0, 0);
+        TrackPopupMenu(menu.get(), 0, 0, 0, 0, host_.window(), nullptr);
+        return 0;
+    });
+    click(button, scaled(100) - scaled(7), scaled(15));
+    moveAway();
+    EXPECT_EQ(faceOf(button), kFace);
+    EXPECT_GE(opened, 1);
+}
+
+TEST_F(ButtonTest, ArrowStandsAtTheRightOfTheCaptionAndIsPalerWhenDisabled) {
+    const HWND button = addButton(BS_SPLITBUTTON, L"");
+    const auto control = flat<QkFlatSplitBtn>(button);
+    SetWindowTextW(button, L"i");
+    drain();
+    const Image shown = onScreen(button);
+    constexpr std::array<int, 8> edges{10, 13, 15, 20, 25, 30, 40, 50};
+    const int edge = edges.at(dpiBucket(QkDlgTest::screenDpi()));
+    const int arrowLeft = shown.width() - edge - scaled(6);
+    const Box arrow = darkPart(shown.part({arrowLeft, 2, shown.width() - 2, shown.height() - 2}));
+    EXPECT_LE(arrow.right, edge) << "the padding stays free";
+    EXPECT_GT(arrow.right, edge / 2);
+    EXPECT_EQ(shown.part({arrowLeft - scaled(6), 2, arrowLeft, 20}).count(kFace), scaled(6) * 18);
+    EnableWindow(button, FALSE);
+    SetWindowTextW(button, L"");
+    drain();
+    EXPECT_EQ(darkPart(onScreen(button)), Box());
+}
+
+// The constructor runs before there is a window to ask or tell. Deliberate.
+TEST_F(ButtonTest, DropStyleIsKeptInTheObjectAndNotInTheStandardControl) {
+    const HWND button = addButton(BS_SPLITBUTTON);
+    const auto control = flat<QkFlatDropBtn>(button);
+    EXPECT_EQ(control->GetSplitStyle(), UINT32{BCSS_NOSPLIT});
+    BUTTON_SPLITINFO info{};
+    info.mask = BCSIF_STYLE;
+    SendMessageW(button, BCM_GETSPLITINFO, 0, reinterpret_cast<LPARAM>(&info));
+    EXPECT_EQ(info.uSplitStyle & BCSS_NOSPLIT, 0U);
+}
+
+TEST_F(ButtonTest, SettingsButtonIsAsLargeAsItsGearAndHasABorderOnlyUnderTheMouse) {
+    const HWND button = addButton(BS_PUSHBUTTON, L"");
+    const auto control = flat<QkFlatSettingsBtn>(button);
+    constexpr std::array<int, 8> edges{16, 20, 24, 32, 40, 48, 64, 80};
+    const int edge = edges.at(dpiBucket(QkDlgTest::screenDpi())) + scaled(4);
+    EXPECT_EQ(clientBox(button), Box(0, 0, edge, edge));
+    const RECT place = windowRectIn(button, host_.window());
+    EXPECT_NEAR(place.left + place.right, 2 * scaled(30) + scaled(100), 2);
+    EXPECT_NEAR(place.top + place.bottom, 2 * scaled(30) + scaled(30), 2);
+    const Box gear = darkPart(onScreen(button));
+    EXPECT_NEAR(gear.left + gear.right, edge, 2);
+    EXPECT_EQ(borderOf(button), kFace);
+    moveTo(button);
+    EXPECT_EQ(borderOf(button), kHotBorder);
+    moveAway();
+    EXPECT_EQ(borderOf(button), kFace);
+    const SystemColours scheme({{COLOR_WINDOW, RGB(0, 0, 0)}, {COLOR_BTNFACE, RGB(0, 0, 0)}});
+    HighContrast contrast;
+    control->Refresh();
+    drain();
+    EXPECT_TRUE(onScreen(button).contains(RGB(255, 255, 255)));
+    contrast.turn(false);
+    control->Refresh();
+    drain();
+    EXPECT_EQ(darkPart(onScreen(button)), gear);
 }
 
 }  // namespace
