@@ -2,7 +2,6 @@
 
 #include <array>
 #include <functional>
-#include <memory>
 
 #include "QkDlg/QkFlatBlueBtn.h"
 #include "QkDlg/QkFlatDropBtn.h"
@@ -19,12 +18,9 @@ namespace {
 constexpr int kFirst = 101;
 constexpr int kSecond = 102;
 
-constexpr COLORREF kFace = RGB(246, 246, 246);
-constexpr COLORREF kHover = RGB(229, 243, 251);
 constexpr COLORREF kPressed = RGB(212, 232, 252);
 constexpr COLORREF kBorder = RGB(192, 192, 192);
 constexpr COLORREF kHotBorder = RGB(126, 180, 234);
-constexpr COLORREF kAccent = RGB(27, 118, 192);
 
 class ButtonTest : public WindowTest {
 protected:
@@ -32,14 +28,6 @@ protected:
         const int row = id - kFirst;
         return host_.add(L"button", text, style | WS_TABSTOP,
                          scaledArea(30, 30 + 50 * row, 100, 30), id);
-    }
-
-    template <typename Control>
-    std::unique_ptr<Control> flat(HWND window) {
-        auto control = std::make_unique<Control>(static_cast<UINT>(GetDlgCtrlID(window)));
-        control->Attach(window);
-        drain();
-        return control;
     }
 
     /// The face between border and focus rectangle, and the border, as they are on the screen.
@@ -55,7 +43,7 @@ protected:
 
 TEST_F(ButtonTest, MouseShowsEveryStepOnTheScreen) {
     const HWND button = addButton();
-    const auto control = flat<QkFlatBtn>(button);
+    const auto control = flatten<QkFlatBtn>(button);
     EXPECT_EQ(faceOf(button), kFace);
     EXPECT_EQ(borderOf(button), kBorder);
 
@@ -81,7 +69,7 @@ TEST_F(ButtonTest, MouseShowsEveryStepOnTheScreen) {
 
 TEST_F(ButtonTest, PressedLookEndsWithTheCaptureAndWhenDisabled) {
     const HWND button = addButton();
-    const auto control = flat<QkFlatBtn>(button);
+    const auto control = flatten<QkFlatBtn>(button);
     moveTo(button);
     press();
     ASSERT_EQ(faceOf(button), kPressed);
@@ -100,7 +88,7 @@ TEST_F(ButtonTest, BlueButtonShowsARingOnTheParentWhileHotOrPressedThatGoesWithT
     constexpr COLORREF ground = RGB(120, 200, 120);
     HostDialog green({.background = ground, .width = scaled(300), .height = scaled(200)});
     const HWND button = green.add(L"button", L"OK", 0, scaledArea(30, 30, 100, 30), kFirst);
-    const auto control = flat<QkFlatBlueBtn>(button);
+    const auto control = flatten<QkFlatBlueBtn>(button);
     RECT around{};
     GetWindowRect(button, &around);
     InflateRect(&around, 2, 2);
@@ -152,8 +140,8 @@ TEST_F(ButtonTest, HighContrastShowsAtTheNextPaintInSystemColoursAndLeavesNoneBe
     const HWND plain = addButton(BS_PUSHBUTTON, L"Plain", kSecond);
     HighContrast contrast;
     // Made meanwhile: what they take from the scheme must not stay.
-    const auto blueControl = flat<QkFlatBlueBtn>(blue);
-    const auto plainControl = flat<QkFlatBtn>(plain);
+    const auto blueControl = flatten<QkFlatBlueBtn>(blue);
+    const auto plainControl = flatten<QkFlatBtn>(plain);
     EXPECT_EQ(blueControl->GetConfiguredBkColor(), RGB(255, 0, 255));
     EXPECT_EQ(GetUIColor(UICLR_PRESSED_BORDER), GetSysColor(COLOR_ACTIVECAPTION));
     EXPECT_EQ(faceOf(blue), RGB(0, 0, 64));
@@ -179,7 +167,7 @@ TEST_F(ButtonTest, CaptionStandsWhereTheStyleSays) {
     const auto inkOf = [&](DWORD style) {
         const HWND button =
             host_.add(L"button", L"Text", style, scaledArea(30, 30, 100, 60), kFirst);
-        const auto control = flat<QkFlatBtn>(button);
+        const auto control = flatten<QkFlatBtn>(button);
         const Box ink = darkPart(onScreen(button));
         DestroyWindow(button);
         return ink;
@@ -197,7 +185,7 @@ TEST_F(ButtonTest, ArrowIsNotLeftPressedByItsMenu) {
     if (!FindResourceW(nullptr, MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(24)))
         GTEST_SKIP() << "split buttons need version 6 of the common controls";
     const HWND button = addButton(BS_SPLITBUTTON);
-    const auto control = flat<QkFlatDropBtn>(button);
+    const auto control = flatten<QkFlatDropBtn>(button);
     const std::unique_ptr<HMENU__, decltype(&DestroyMenu)> menu(CreatePopupMenu(), &DestroyMenu);
     AppendMenuW(menu.get(), MF_STRING, 1, L"Item");
     int opened = 0;
@@ -218,7 +206,7 @@ TEST_F(ButtonTest, ArrowIsNotLeftPressedByItsMenu) {
 
 TEST_F(ButtonTest, ArrowStandsAtTheRightOfTheCaptionAndIsPalerWhenDisabled) {
     const HWND button = addButton(BS_SPLITBUTTON, L"");
-    const auto control = flat<QkFlatSplitBtn>(button);
+    const auto control = flatten<QkFlatSplitBtn>(button);
     SetWindowTextW(button, L"i");
     drain();
     const Image shown = onScreen(button);
@@ -238,7 +226,7 @@ TEST_F(ButtonTest, ArrowStandsAtTheRightOfTheCaptionAndIsPalerWhenDisabled) {
 // The constructor runs before there is a window to ask or tell. Deliberate.
 TEST_F(ButtonTest, DropStyleIsKeptInTheObjectAndNotInTheStandardControl) {
     const HWND button = addButton(BS_SPLITBUTTON);
-    const auto control = flat<QkFlatDropBtn>(button);
+    const auto control = flatten<QkFlatDropBtn>(button);
     EXPECT_EQ(control->GetSplitStyle(), UINT32{BCSS_NOSPLIT});
     BUTTON_SPLITINFO info{};
     info.mask = BCSIF_STYLE;
@@ -248,7 +236,7 @@ TEST_F(ButtonTest, DropStyleIsKeptInTheObjectAndNotInTheStandardControl) {
 
 TEST_F(ButtonTest, SettingsButtonIsAsLargeAsItsGearAndHasABorderOnlyUnderTheMouse) {
     const HWND button = addButton(BS_PUSHBUTTON, L"");
-    const auto control = flat<QkFlatSettingsBtn>(button);
+    const auto control = flatten<QkFlatSettingsBtn>(button);
     constexpr std::array<int, 8> edges{16, 20, 24, 32, 40, 48, 64, 80};
     const int edge = edges.at(dpiBucket(QkDlgTest::screenDpi())) + scaled(4);
     EXPECT_EQ(clientBox(button), Box(0, 0, edge, edge));
@@ -266,7 +254,7 @@ TEST_F(ButtonTest, SettingsButtonIsAsLargeAsItsGearAndHasABorderOnlyUnderTheMous
     HighContrast contrast;
     control->Refresh();
     drain();
-    EXPECT_TRUE(onScreen(button).contains(RGB(255, 255, 255)));
+    EXPECT_TRUE(onScreen(button).contains(kWhite));
     contrast.turn(false);
     control->Refresh();
     drain();

@@ -11,7 +11,7 @@ using namespace QkDlgTest;
 
 namespace {
 
-constexpr COLORREF kLine = 0xDFDFDF, kHover = 0xFBF3E5, kWhite = 0xFFFFFF, kGround = 0x78C878;
+constexpr COLORREF kLine = 0xDFDFDF, kGround = 0x78C878;
 constexpr DWORD kSimple = CBS_SIMPLE | CBS_AUTOHSCROLL, kEditable = CBS_DROPDOWN | CBS_AUTOHSCROLL;
 constexpr DWORD kOwnerDrawn = CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS;
 

@@ -13,9 +13,6 @@ namespace {
 
 constexpr UINT32 kFlatStyle = 0x410060;
 constexpr COLORREF kSelected = 0xFDE8D2;
-constexpr COLORREF kHot = 0xFBF3E5;
-constexpr COLORREF kWhite = 0xFFFFFF;
-constexpr COLORREF kAccent = RGB(27, 118, 192);
 constexpr COLORREF kGround = RGB(255, 240, 245);
 constexpr UINT kRepaint = RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW;
 constexpr UINT kChecked = INDEXTOSTATEIMAGEMASK(2);
@@ -101,9 +98,7 @@ protected:
         return attach(addPlain(kind, id, y));
     }
     HWND attach(HWND list) {
-        objects_.push_back(std::make_unique<QkFlatListView>(101));
-        objects_.back()->Attach(list);
-        drain();
+        objects_.push_back(flatten<QkFlatListView>(list));
         return list;
     }
     static void insert(HWND list, int row, int name) {
@@ -293,13 +288,13 @@ TEST_F(ListViewTest, RowsAndHeaderShowWhatMouseAndSelectionDoAndWhiteBesideThem)
     EXPECT_EQ(shown(list).at(0, rowRect(list, 1).top + 3), 0xE6A869U) << "its frame";
     for (const int row : {2, 3}) {
         moveTo(list, scaled(60), rowRect(list, row).top + scaled(12));
-        EXPECT_EQ(ground(row), kHot);
+        EXPECT_EQ(ground(row), kHover);
         EXPECT_EQ(ground(5 - row), kWhite) << "the row that the mouse is not over";
     }
     const auto headerGround = [header] { return shown(header).at(scaled(190), scaled(21)); };
     moveTo(header, scaled(150), scaled(10));
     EXPECT_EQ(ground(3), kWhite);
-    EXPECT_EQ(headerGround(), kHot);
+    EXPECT_EQ(headerGround(), kHover);
     press();
     EXPECT_EQ(headerGround(), kSelected);
     release();

@@ -56,7 +56,7 @@ TEST_F(SwitchTest, TakesItsSizeAndItsTexts) {
     expectShown(false);
     CheckDlgButton(host_.window(), kSwitch, BST_CHECKED);
     expectShown(true);
-    EXPECT_TRUE(onScreen(window_).contains(RGB(27, 118, 192)));
+    EXPECT_TRUE(onScreen(window_).contains(kAccent));
     CheckDlgButton(host_.window(), kSwitch, BST_UNCHECKED);
     expectShown(false);
 }
@@ -136,7 +136,7 @@ TEST_F(SwitchTest, DisabledIsGreyAndHighContrastTakesTheWindowColour) {
     const Image grey = onScreen(window_);
     EXPECT_TRUE(grey.contains(RGB(0xE0, 0xE0, 0xE0)));
     EXPECT_TRUE(grey.contains(RGB(0xA6, 0xA6, 0xA6)));
-    EXPECT_FALSE(grey.contains(RGB(27, 118, 192)));
+    EXPECT_FALSE(grey.contains(kAccent));
     EXPECT_FALSE(grey.contains(RGB(0, 0, 0)));
     EnableWindow(window_, TRUE);
     const SystemColours scheme({{COLOR_WINDOW, RGB(0, 0, 64)}});
