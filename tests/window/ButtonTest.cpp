@@ -215,17 +215,6 @@ TEST_F(ButtonTest, ArrowStandsAtTheRightOfTheCaptionAndIsPalerWhenDisabled) {
     EXPECT_EQ(darkPart(onScreen(button)), Box());
 }
 
-// The constructor runs before there is a window to ask or tell. Deliberate.
-TEST_F(ButtonTest, DropStyleIsKeptInTheObjectAndNotInTheStandardControl) {
-    const HWND button = addButton(BS_SPLITBUTTON);
-    const auto control = flatten<QkFlatDropBtn>(button);
-    EXPECT_EQ(control->GetSplitStyle(), UINT32{BCSS_NOSPLIT});
-    BUTTON_SPLITINFO info{};
-    info.mask = BCSIF_STYLE;
-    SendMessageW(button, BCM_GETSPLITINFO, 0, reinterpret_cast<LPARAM>(&info));
-    EXPECT_EQ(info.uSplitStyle & BCSS_NOSPLIT, 0U);
-}
-
 TEST_F(ButtonTest, SettingsButtonIsAsLargeAsItsGearAndHasABorderOnlyUnderTheMouse) {
     const HWND button = addButton(BS_PUSHBUTTON, L"");
     const auto control = flatten<QkFlatSettingsBtn>(button);

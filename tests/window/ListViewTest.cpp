@@ -168,7 +168,8 @@ TEST_F(ListViewTest, ApplicationsImagesStylesChecksAndThemeComeBackWhenFlatModeE
                               GetWindowLongPtrW(list, GWL_STYLE) & ~LONG_PTR{LVS_TYPEMASK});
         else
             objects_.clear();
-        EXPECT_EQ(host_.timesHeard(notified(101, LVN_ITEMCHANGED)), 0) << "nothing has changed";
+        EXPECT_EQ(host_.timesHeard({WM_NOTIFY, 101, static_cast<int>(LVN_ITEMCHANGED)}), 0)
+            << "nothing has changed";
         EXPECT_EQ(below(list, LVM_GETEXTENDEDLISTVIEWSTYLE), LVS_EX_CHECKBOXES | LVS_EX_GRIDLINES);
         EXPECT_EQ(images(below(list, LVM_GETIMAGELIST, LVSIL_SMALL)), second);
         EXPECT_EQ(static_cast<COLORREF>(below(list, LVM_GETBKCOLOR)), ground);

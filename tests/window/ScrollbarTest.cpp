@@ -232,7 +232,7 @@ TEST_F(ScrollbarTest, KeysAndWheelScrollToo) {
     int lines = 0;
     SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
     wheel(1);
-    EXPECT_EQ(host_.timesHeard(scrolled(WM_VSCROLL, 5, SB_LINEUP)), lines);
+    EXPECT_EQ(host_.timesHeard({WM_VSCROLL, 5, SB_LINEUP}), lines);
 }
 
 TEST_F(ScrollbarTest, ShowsEachState) {
