@@ -26,12 +26,5 @@ TEST(PixelMath, HighContrastGlyphMakesSoftEdgesNearlySolidAndTakesTheColourAsItS
     EXPECT_EQ(highContrastGlyph(0xFF000000, 0x0000FF), 0xFF0000FFU);
 }
 
-TEST(PixelMath, GreyedPictureLosesColourAndHalfItsOpacity) {
-    const Pixel grey = greyed(0xFF1B76C0);
-    EXPECT_EQ(grey >> 24, 127U);
-    EXPECT_EQ(grey & 0xFF, grey >> 8 & 0xFF);
-    EXPECT_EQ(grey & 0xFF, grey >> 16 & 0xFF);
-}
-
 }  // namespace
 }  // namespace QkDlg

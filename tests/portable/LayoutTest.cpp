@@ -17,15 +17,13 @@ namespace {
 
 TEST(ButtonLayout, PicturesStandBesideOrAboveTheCaptionOrAloneInTheMiddle) {
     using enum ImageSide;
-    ButtonContent plain;
-    plain.client = {0, 0, 100, 30};
-    EXPECT_EQ(layOutButton(plain), (ButtonLayout{plain.client, {}, 0, 0}));
-    const auto layOut = [plain](ImageSide side, bool gap, int height = 30) {
-        ButtonContent content = plain;
-        content.client.bottom = height;
-        content.image = {16, 10};
-        content.hasImage = true;
-        content.padding = 6;
+    ButtonContent content;
+    content.client = {0, 0, 100, 30};
+    EXPECT_EQ(layOutButton(content), (ButtonLayout{content.client, {}, 0, 0}));
+    content.image = {16, 10};
+    content.hasImage = true;
+    content.padding = 6;
+    const auto layOut = [&content](ImageSide side, bool gap) {
         content.side = side;
         content.imageGap = gap;
         return layOutButton(content);
@@ -34,17 +32,13 @@ TEST(ButtonLayout, PicturesStandBesideOrAboveTheCaptionOrAloneInTheMiddle) {
     EXPECT_EQ(layOut(Left, false), (ButtonLayout{{17, 0, 100, 30}, {0, 0, 16, 30}, 0, 10}));
     EXPECT_EQ(layOut(Right, true), (ButtonLayout{{0, 0, 77, 30}, {78, 0, 100, 30}, 78, 10}));
     EXPECT_EQ(layOut(Right, false).imageX, 84);
-    EXPECT_EQ(layOut(Above, true, 60), (ButtonLayout{{0, 23, 100, 60}, {0, 0, 100, 22}, 42, 6}));
-    ButtonContent alone = plain;
-    alone.image = {16, 10};
-    alone.hasImage = true;
-    alone.hasCaption = false;
-    alone.padding = 6;
-    EXPECT_EQ(layOutButton(alone), (ButtonLayout{{0, 0, 0, 30}, alone.client, 42, 10}));
-    alone.alignment = ImageAlignment::Top;
-    EXPECT_EQ(layOutButton(alone).imageY, 0);
-    alone.alignment = ImageAlignment::Bottom;
-    EXPECT_EQ(layOutButton(alone).imageY, 20);
+    EXPECT_EQ(layOut(Above, true), (ButtonLayout{{0, 23, 100, 30}, {0, 0, 100, 22}, 42, 6}));
+    content.hasCaption = false;
+    EXPECT_EQ(layOut(Left, false), (ButtonLayout{{0, 0, 0, 30}, content.client, 42, 10}));
+    content.alignment = ImageAlignment::Top;
+    EXPECT_EQ(layOutButton(content).imageY, 0);
+    content.alignment = ImageAlignment::Bottom;
+    EXPECT_EQ(layOutButton(content).imageY, 20);
 }
 
 TEST(CaptionLayout, OnlyOneLineIsKeptInsideTheMargin) {
