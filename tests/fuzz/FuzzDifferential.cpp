@@ -2,6 +2,7 @@
 // accepts must be one of the cases that docs/xml.md lists.
 #include <expat.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <type_traits>
@@ -73,23 +74,6 @@ void onAttributeType(void* user, const XML_Char*, const XML_Char*, const XML_Cha
     reader(user).sawAttributeTypes = true;
 }
 
-// In any encoding: zero bytes tell of UTF-16, where ASCII leaves the upper byte of each unit zero.
-bool hasForeignLetters(std::string_view bytes) {
-    const bool wide = bytes.find('\0') != std::string_view::npos;
-    const std::size_t upper = bytes.starts_with('\0') ? 0 : 1;
-    for (std::size_t at = 0; at < bytes.size(); ++at) {
-        const bool beyondAscii = wide && at % 2 == upper && bytes[at] != 0;
-        if (beyondAscii || static_cast<unsigned char>(bytes[at]) >= 0x80)
-            return true;
-    }
-    return false;
-}
-
-// The other parser's names are those of an earlier edition of XML, which knew fewer letters.
-bool stumbledOverName(std::string_view bytes, const Reader& other) {
-    return XML_GetErrorCode(other.parser) == XML_ERROR_INVALID_TOKEN && hasForeignLetters(bytes);
-}
-
 // In single bytes the other parser takes three signs for letters of names that never were.
 bool stumbledOverSign(std::string_view bytes, const XmlError& error) {
     return error.position < bytes.size() &&
@@ -105,8 +89,13 @@ bool mayRefuseAlone(std::string_view bytes, const XmlError& error, const Reader&
 
 bool mayAcceptAlone(std::string_view bytes, const Reader& other) {
     const XML_Error code = XML_GetErrorCode(other.parser);
+    // The other parser's names are those of an earlier edition of XML, which knew fewer letters.
+    // Zero bytes tell of UTF-16.
+    const bool mayHaveLetters = std::any_of(bytes.begin(), bytes.end(), [](char byte) {
+        return byte == 0 || static_cast<unsigned char>(byte) >= 0x80;
+    });
     return code == XML_ERROR_UNKNOWN_ENCODING || code == XML_ERROR_PUBLICID || other.inDoctype ||
-           stumbledOverName(bytes, other);
+           (code == XML_ERROR_INVALID_TOKEN && mayHaveLetters);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 /* A host of the installed DLL through its import library, in C and in C++. Ends with 0 if all four
    functions do what the header says; otherwise with the line of the first that does not. */
 #include <QkDlg/QkDlg.h>
-#include <string.h>
 
 #define EXPECT(condition)    \
     do {                     \
@@ -11,24 +10,12 @@
 
 int main(void) {
     const COLORREF accent = GetUIColor(QK_COLOR_ACCENT);
-    HANDLE event;
     HWND parent, button;
     QkControlObject* object;
     HDC dc;
-    unsigned char answer = 2;
 
     EXPECT(accent == RGB(27, 118, 192) && GetUIColor(QK_COLOR_LINE) == RGB(223, 223, 223));
     EXPECT(!FlatStyleEnabled());
-    event = CreateEventA(NULL, TRUE, FALSE, "VANTOR_DLG_STYLE_FLAT");
-    EXPECT(FlatStyleEnabled());
-    CloseHandle(event);
-    {
-        /* A bool is one byte, 0 or 1, as callers from other languages read it. */
-        const bool enabled = FlatStyleEnabled();
-        memcpy(&answer, &enabled, sizeof enabled);
-        EXPECT(sizeof enabled == 1 && answer == 0);
-    }
-
     parent =
         CreateWindowA("Static", "", WS_POPUP | WS_VISIBLE, 0, 0, 200, 100, NULL, NULL, NULL, NULL);
     button = CreateWindowA("Button", "OK", WS_CHILD | WS_VISIBLE, 10, 10, 100, 40, parent,

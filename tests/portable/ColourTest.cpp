@@ -18,22 +18,12 @@ TEST(PixelMath, PremultipliesRoundingDown) {
     EXPECT_EQ(premultiplied(0x01FF7F80), 0x01010000U);
 }
 
-TEST(PixelMath, HighContrastGlyphMakesSoftEdgesNearlySolid) {
+TEST(PixelMath, HighContrastGlyphMakesSoftEdgesNearlySolidAndTakesTheColourAsItStands) {
     for (const auto& [alpha, result] :
          {std::pair(20U, 0U), {21U, 192U}, {192U, 192U}, {193U, 224U}, {225U, 225U}})
         EXPECT_EQ(highContrastGlyph(alpha << 24 | 0x123456, 0xFFFFFF) >> 24, result);
-}
-
-TEST(PixelMath, HighContrastGlyphTakesTheColourAsItStands) {
     // A COLORREF's red byte becomes the pixel's blue one, as it always has.
     EXPECT_EQ(highContrastGlyph(0xFF000000, 0x0000FF), 0xFF0000FFU);
-}
-
-TEST(PixelMath, GreyedPictureLosesColourAndHalfItsOpacity) {
-    const Pixel grey = greyed(0xFF1B76C0);
-    EXPECT_EQ(grey >> 24, 127U);
-    EXPECT_EQ(grey & 0xFF, grey >> 8 & 0xFF);
-    EXPECT_EQ(grey & 0xFF, grey >> 16 & 0xFF);
 }
 
 }  // namespace

@@ -25,25 +25,18 @@ TEST(DpiBucket, ChangesExactlyAtItsLimits) {
     }
 }
 
-TEST(ImageIdList, HoldsUpToThreeImages) {
+TEST(ImageIdList, FindsTheIdOfImageAndBucketAmongThreeImagesAtMost) {
     EXPECT_EQ(ImageIdList(nullptr).imageCount(), 0U);
     for (const unsigned images : {0U, 1U, 2U, 3U})
         EXPECT_EQ(listOf(images).imageCount(), images);
-}
-
-TEST(ImageIdList, FindsTheIdOfImageAndBucket) {
     const ImageIdList two = listOf(2);
     EXPECT_EQ(two.idOf(0, 7), 8U);
     EXPECT_EQ(two.idOf(1, 2), 11U);
     EXPECT_EQ(two.idOf(5, 2), 3U) << "an image past the last reads as the first";
     EXPECT_EQ(listOf(3).idOf(2, 7), 24U);
     EXPECT_EQ(ImageIdList::fromFirstId(62088).idOf(0, 3), 62091U);
-}
-
-TEST(ImageIdList, EmptyListHasNoImageInItsFirstThree) {
-    for (const unsigned image : {0U, 1U, 2U})
-        EXPECT_EQ(ImageIdList().idOf(image, 7), 0U);
     EXPECT_EQ(listOf(0).idOf(0, 0), 0U) << "the terminator is no id";
+    EXPECT_EQ(ImageIdList().idOf(2, 7), 0U);
 }
 
 }  // namespace

@@ -17,15 +17,13 @@ namespace {
 
 TEST(ButtonLayout, PicturesStandBesideOrAboveTheCaptionOrAloneInTheMiddle) {
     using enum ImageSide;
-    ButtonContent plain;
-    plain.client = {0, 0, 100, 30};
-    EXPECT_EQ(layOutButton(plain), (ButtonLayout{plain.client, {}, 0, 0}));
-    const auto layOut = [plain](ImageSide side, bool gap, int height = 30) {
-        ButtonContent content = plain;
-        content.client.bottom = height;
-        content.image = {16, 10};
-        content.hasImage = true;
-        content.padding = 6;
+    ButtonContent content;
+    content.client = {0, 0, 100, 30};
+    EXPECT_EQ(layOutButton(content), (ButtonLayout{content.client, {}, 0, 0}));
+    content.image = {16, 10};
+    content.hasImage = true;
+    content.padding = 6;
+    const auto layOut = [&content](ImageSide side, bool gap) {
         content.side = side;
         content.imageGap = gap;
         return layOutButton(content);
@@ -34,35 +32,18 @@ TEST(ButtonLayout, PicturesStandBesideOrAboveTheCaptionOrAloneInTheMiddle) {
     EXPECT_EQ(layOut(Left, false), (ButtonLayout{{17, 0, 100, 30}, {0, 0, 16, 30}, 0, 10}));
     EXPECT_EQ(layOut(Right, true), (ButtonLayout{{0, 0, 77, 30}, {78, 0, 100, 30}, 78, 10}));
     EXPECT_EQ(layOut(Right, false).imageX, 84);
-    EXPECT_EQ(layOut(Above, true, 60), (ButtonLayout{{0, 23, 100, 60}, {0, 0, 100, 22}, 42, 6}));
-    ButtonContent alone = plain;
-    alone.image = {16, 10};
-    alone.hasImage = true;
-    alone.hasCaption = false;
-    alone.padding = 6;
-    EXPECT_EQ(layOutButton(alone), (ButtonLayout{{0, 0, 0, 30}, alone.client, 42, 10}));
-    alone.alignment = ImageAlignment::Top;
-    EXPECT_EQ(layOutButton(alone).imageY, 0);
-    alone.alignment = ImageAlignment::Bottom;
-    EXPECT_EQ(layOutButton(alone).imageY, 20);
-}
-
-CaptionBox captionBox(Horizontal horizontal, Vertical vertical) {
-    return {{10, 0, 110, 40}, 6, horizontal, vertical, false};
-}
-
-TEST(CaptionLayout, PlacesTheMeasuredTextByItsAlignment) {
-    const Rect measured{16, 6, 46, 20};
-    EXPECT_EQ(captionBox(Horizontal::Left, Vertical::Top).placed(measured), measured);
-    EXPECT_EQ(captionBox(Horizontal::Centre, Vertical::Centre).placed(measured),
-              (Rect{45, 13, 75, 27}));
-    EXPECT_EQ(captionBox(Horizontal::Right, Vertical::Bottom).placed(measured),
-              (Rect{74, 20, 104, 34}));
+    EXPECT_EQ(layOut(Above, true), (ButtonLayout{{0, 23, 100, 30}, {0, 0, 100, 22}, 42, 6}));
+    content.hasCaption = false;
+    EXPECT_EQ(layOut(Left, false), (ButtonLayout{{0, 0, 0, 30}, content.client, 42, 10}));
+    content.alignment = ImageAlignment::Top;
+    EXPECT_EQ(layOutButton(content).imageY, 0);
+    content.alignment = ImageAlignment::Bottom;
+    EXPECT_EQ(layOutButton(content).imageY, 20);
 }
 
 TEST(CaptionLayout, OnlyOneLineIsKeptInsideTheMargin) {
     const Rect tooWide{16, 6, 300, 20};
-    CaptionBox box = captionBox(Horizontal::Left, Vertical::Top);
+    CaptionBox box{{10, 0, 110, 40}, 6, Horizontal::Left, Vertical::Top, false};
     EXPECT_EQ(box.placed(tooWide).right, 104);
     box.wordBreak = true;
     EXPECT_EQ(box.placed(tooWide).right, 300);
@@ -75,28 +56,17 @@ TEST(FocusRect, GoesRoundTheContentButNotBeyondTheClip) {
     EXPECT_FALSE(hasArea({2, 2, -2, -2})) << "a window smaller than the insets";
 }
 
-TEST(SwitchLayout, PartsTheClientIntoCaptionAndTrack) {
+TEST(SwitchLayout, DraggedThumbStopsAtTheEndsAndDecidesByTheCentre) {
     const SwitchLayout layout = SwitchLayout::of({0, 0, 104, 24}, 2);
     EXPECT_EQ(layout.caption, (Rect{2, 2, 35, 22}));
     EXPECT_EQ(layout.track, (Rect{36, 2, 102, 22}));
-    EXPECT_EQ(layout.thumbAtRest(false), (Rect{36, 2, 52, 22}));
-    EXPECT_EQ(layout.thumbAtRest(true), (Rect{86, 2, 102, 22}));
-}
-
-TEST(SwitchLayout, DraggedThumbStopsAtTheEndsAndDecidesByTheCentre) {
-    const SwitchLayout layout = SwitchLayout::of({0, 0, 104, 24}, 2);
-    const Rect thumb = layout.thumbAtRest(false);
+    const Rect thumb{36, 2, 52, 22};
+    EXPECT_EQ(layout.thumbAtRest(false), thumb);
     EXPECT_EQ(layout.thumbDragged(thumb, -500), thumb);
-    EXPECT_EQ(layout.thumbDragged(thumb, 500), layout.thumbAtRest(true));
+    EXPECT_EQ(layout.thumbDragged(thumb, 500), (Rect{86, 2, 102, 22}));
     EXPECT_EQ(layout.thumbDragged(thumb, 7), (Rect{43, 2, 59, 22}));
     EXPECT_FALSE(layout.checkedAt({61, 2, 77, 22})) << "centre on the track's centre";
     EXPECT_TRUE(layout.checkedAt({62, 2, 78, 22}));
-}
-
-TEST(SwitchLayout, TinyWindowKeepsTheThumbInPlace) {
-    const SwitchLayout layout = SwitchLayout::of({0, 0, 3, 3}, 2);
-    const Rect thumb = layout.thumbDragged(layout.thumbAtRest(true), 10);
-    EXPECT_LE(thumb.left, layout.track.left);
 }
 
 TEST(Centring, StaysInsideTheAreaWhereverTheOtherWindowIs) {

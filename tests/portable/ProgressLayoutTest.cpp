@@ -4,12 +4,6 @@
 
 #include <climits>
 
-namespace QkDlg {
-
-void PrintTo(const Rect& rect, std::ostream* out);
-
-}  // namespace QkDlg
-
 using namespace QkDlg;
 
 namespace {
@@ -29,12 +23,6 @@ TEST(ProgressLayout, ProductsWrapInThirtyTwoBits) {
     EXPECT_EQ(filledWidth({30'000'000, 0, 60'000'000}), 28) << "6e9 - 2^32, over the range";
     EXPECT_EQ(progressFill({0, 0, 1, 1}, false, {INT_MIN, 0, -1}).right, INT_MIN);
     EXPECT_EQ(filledWidth({1, INT_MIN, INT_MAX}), -200) << "the range itself wraps to -1";
-}
-
-TEST(ProgressLayout, MarqueeBlockIsHalfTheBarAndEntersAgainOnlyPastTheEnd) {
-    EXPECT_EQ(advanced({}, 260), (Marquee{-120, 10}));
-    EXPECT_EQ(advanced({250, 380}, 260), (Marquee{260, 390}));
-    EXPECT_EQ(advanced({260, 390}, 260), Marquee{});
 }
 
 }  // namespace

@@ -2,11 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <limits>
-
 #include "DlgFont/FontKey.h"
-#include "lib/Narrow.h"
 
 namespace {
 
@@ -26,12 +22,6 @@ TEST(Text, WhatIsNoTextIsRefused) {
     EXPECT_FALSE(QkLib::wideFromUtf8("\xE4 Latin"sv));
     EXPECT_FALSE(QkLib::wideFromTextBytes("\xFF\xFE<"sv)) << "half a UTF-16 unit";
     EXPECT_FALSE(QkLib::wideFromTextBytes("\xFE\xFF\xDC\x00"sv)) << "half a surrogate pair";
-}
-
-TEST(Narrow, RefusesWhatDoesNotFit) {
-    EXPECT_FALSE(QkLib::tryNarrow<std::int32_t>(std::int64_t{1} << 40));
-    EXPECT_FALSE(QkLib::tryNarrow<unsigned>(-1));
-    EXPECT_FALSE(QkLib::tryNarrow<std::int8_t>(std::numeric_limits<int>::max()));
 }
 
 using QkDlg::FontSubstitutions;

@@ -12,23 +12,12 @@ namespace {
 
 struct Releaser {
     void operator()(IUnknown* object) const { object->Release(); }
+    void operator()(wchar_t* text) const { SysFreeString(text); }
 };
 
-// The two kinds of answer; a property that an object does not have is empty or 0.
-std::wstring text(IAccessible& object, const VARIANT& itself,
-                  HRESULT (STDMETHODCALLTYPE IAccessible::*property)(VARIANT, BSTR*)) {
-    BSTR answer = nullptr;
-    if ((object.*property)(itself, &answer) != S_OK)
-        return {};
-    const std::unique_ptr<wchar_t, decltype(&SysFreeString)> owned(answer, &SysFreeString);
-    return answer ? answer : L"";
-}
-
-std::wstring number(IAccessible& object, const VARIANT& itself,
-                    HRESULT (STDMETHODCALLTYPE IAccessible::*property)(VARIANT, VARIANT*)) {
-    VARIANT answer{};
-    const bool known = (object.*property)(itself, &answer) == S_OK && answer.vt == VT_I4;
-    return std::to_wstring(known ? answer.lVal : 0);
+std::wstring taken(BSTR text) {
+    const std::unique_ptr<wchar_t, Releaser> owned(text);
+    return text ? text : L"";
 }
 
 }  // namespace
@@ -47,10 +36,17 @@ std::wstring accessible(HWND window) {
     VARIANT itself{};
     itself.vt = VT_I4;
     itself.lVal = CHILDID_SELF;
-    return text(*object, itself, &IAccessible::get_accName) + L", value " +
-           text(*object, itself, &IAccessible::get_accValue) + L", role " +
-           number(*object, itself, &IAccessible::get_accRole) + L", state " +
-           number(*object, itself, &IAccessible::get_accState);
+    // What the object does not have stays empty.
+    BSTR name = nullptr;
+    BSTR value = nullptr;
+    VARIANT role{};
+    VARIANT state{};
+    object->get_accName(itself, &name);
+    object->get_accValue(itself, &value);
+    object->get_accRole(itself, &role);
+    object->get_accState(itself, &state);
+    return taken(name) + L", value " + taken(value) + L", role " + std::to_wstring(role.lVal) +
+           L", state " + std::to_wstring(state.lVal);
 }
 
 }  // namespace QkDlgTest

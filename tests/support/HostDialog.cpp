@@ -47,12 +47,6 @@ std::ostream& operator<<(std::ostream& out, const Heard& heard) {
 Heard command(int id, int code) {
     return {WM_COMMAND, id, code, 0};
 }
-Heard notified(int id, UINT code) {
-    return {WM_NOTIFY, id, static_cast<int>(code), 0};
-}
-Heard scrolled(UINT message, int id, int code, int position) {
-    return {message, id, code, position};
-}
 RECT area(int x, int y, int width, int height) {
     return {x, y, x + width, y + height};
 }
@@ -134,10 +128,11 @@ void HostDialog::record(UINT message, WPARAM wp, LPARAM lp) {
     } else if (message == WM_NOTIFY) {
         const auto& header = *reinterpret_cast<const NMHDR*>(lp);
         if (header.code != NM_CUSTOMDRAW)
-            heard_.push_back(notified(static_cast<int>(header.idFrom), header.code));
+            heard_.push_back(
+                {message, static_cast<int>(header.idFrom), static_cast<int>(header.code)});
     } else if (message == WM_HSCROLL || message == WM_VSCROLL) {
         const int sender = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
-        heard_.push_back(scrolled(message, sender, LOWORD(wp), HIWORD(wp)));
+        heard_.push_back({message, sender, LOWORD(wp), HIWORD(wp)});
     }
 }
 

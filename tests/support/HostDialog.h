@@ -26,8 +26,6 @@ std::ostream& operator<<(std::ostream& out, const Heard& heard);
 using HeardList = std::vector<Heard>;
 
 [[nodiscard]] Heard command(int id, int code);
-[[nodiscard]] Heard notified(int id, UINT code);
-[[nodiscard]] Heard scrolled(UINT message, int id, int code, int position = 0);
 
 struct HostOptions {
     COLORREF background = RGB(255, 255, 255);

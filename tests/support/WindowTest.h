@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "support/Accessible.h"
 #include "support/GdiCount.h"
 #include "support/HostDialog.h"
@@ -11,6 +13,21 @@
 #include "support/SystemScopes.h"
 
 namespace QkDlgTest {
+
+// What flat controls show most, without high contrast.
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kFace = RGB(246, 246, 246);
+constexpr COLORREF kHover = RGB(229, 243, 251);
+constexpr COLORREF kAccent = RGB(27, 118, 192);
+
+/// Makes a control flat, with its own id, and lets it paint.
+template <typename Control>
+std::unique_ptr<Control> flatten(HWND window) {
+    auto control = std::make_unique<Control>(static_cast<UINT>(GetDlgCtrlID(window)));
+    control->Attach(window);
+    drain();
+    return control;
+}
 
 /// Base of tests with windows. Each starts with the mouse away, and each is a leak test as well:
 /// when it is over, members of derived fixtures included, there are as many windows and no more

@@ -3,21 +3,12 @@
 #include <ostream>
 #include <tuple>
 
-#include "QkDlg/QkFlatBlueBtn.h"
-#include "QkDlg/QkFlatCheckbox.h"
+#include "Exports/ControlFactory.h"
+#include "QkDlg/QkDlg.h"
 #include "QkDlg/QkFlatComboBoxDropdown.h"
-#include "QkDlg/QkFlatComboBoxDropdownList.h"
 #include "QkDlg/QkFlatComboBoxSimple.h"
-#include "QkDlg/QkFlatDropBtn.h"
 #include "QkDlg/QkFlatListView.h"
-#include "QkDlg/QkFlatPassword.h"
-#include "QkDlg/QkFlatProgressBar.h"
-#include "QkDlg/QkFlatRadio.h"
-#include "QkDlg/QkFlatSettingsBtn.h"
 #include "QkDlg/QkFlatSlider.h"
-#include "QkDlg/QkFlatSplitBtn.h"
-#include "QkDlg/QkFlatStaticText.h"
-#include "QkDlg/QkFlatToggleBtn.h"
 #include "support/WindowTest.h"
 
 using namespace QkDlg;
@@ -39,13 +30,13 @@ struct Spoiler {
 };
 using Flat = std::unique_ptr<QkCustomControl, Spoiler>;
 
-template <typename Control>
+template <int type>
 QkCustomControl* make() {
-    return new Control(kFirst);
+    return makeControl(type, kFirst).release();
 }
-template <typename Bar>
-QkCustomControl* makeVertical() {
-    return new Bar(kFirst, true);
+template <typename Control, bool... vertical>
+QkCustomControl* makeA() {
+    return new Control(kFirst, vertical...);
 }
 
 struct Kind {
@@ -65,27 +56,27 @@ std::ostream& operator<<(std::ostream& out, const Kind& kind) {
 constexpr DWORD kOwnerDrawn = CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS;
 
 const Kind kLikePlainOnes[] = {
-    {"push", make<QkFlatBtn>, kButton, BS_PUSHBUTTON | BS_NOTIFY},
-    {"blue", make<QkFlatBlueBtn>, kButton, BS_DEFPUSHBUTTON | BS_MULTILINE},
-    {"split", make<QkFlatSplitBtn>, kButton, BS_SPLITBUTTON},
-    {"drop", make<QkFlatDropBtn>, kButton, BS_SPLITBUTTON},
-    {"radio", make<QkFlatRadio>, kButton, BS_AUTORADIOBUTTON | BS_NOTIFY},
-    {"check", make<QkFlatCheckbox>, kButton, BS_AUTOCHECKBOX | BS_NOTIFY},
-    {"list", make<QkFlatComboBoxDropdownList>, WC_COMBOBOXW, CBS_DROPDOWNLIST},
-    {"ownerdrawn", make<QkFlatComboBoxDropdownList>, WC_COMBOBOXW, kOwnerDrawn},
-    {"combo", make<QkFlatComboBoxDropdown>, WC_COMBOBOXW, CBS_DROPDOWN | CBS_AUTOHSCROLL},
-    {"simple", make<QkFlatComboBoxSimple>, WC_COMBOBOXW, CBS_SIMPLE | CBS_AUTOHSCROLL, false},
-    {"edit", make<QkFlatEdit>, WC_EDITW, ES_AUTOHSCROLL, false},
+    {"push", make<QK_PUSH_BUTTON>, kButton, BS_PUSHBUTTON | BS_NOTIFY},
+    {"blue", make<QK_BLUE_BUTTON>, kButton, BS_DEFPUSHBUTTON | BS_MULTILINE},
+    {"split", make<QK_SPLIT_BUTTON>, kButton, BS_SPLITBUTTON},
+    {"drop", make<QK_DROP_BUTTON>, kButton, BS_SPLITBUTTON},
+    {"radio", make<QK_RADIO_BUTTON>, kButton, BS_AUTORADIOBUTTON | BS_NOTIFY},
+    {"check", make<QK_CHECK_BOX>, kButton, BS_AUTOCHECKBOX | BS_NOTIFY},
+    {"list", make<QK_COMBO_DROPDOWN_LIST>, WC_COMBOBOXW, CBS_DROPDOWNLIST},
+    {"ownerdrawn", make<QK_COMBO_DROPDOWN_LIST>, WC_COMBOBOXW, kOwnerDrawn},
+    {"combo", makeA<QkFlatComboBoxDropdown>, WC_COMBOBOXW, CBS_DROPDOWN | CBS_AUTOHSCROLL},
+    {"simple", makeA<QkFlatComboBoxSimple>, WC_COMBOBOXW, CBS_SIMPLE | CBS_AUTOHSCROLL, false},
+    {"edit", make<QK_EDIT>, WC_EDITW, ES_AUTOHSCROLL, false},
 };
 const Kind kOthers[] = {
-    {"settings", make<QkFlatSettingsBtn>, kButton},
-    {"switch", make<QkFlatToggleBtn>, kButton, BS_AUTOCHECKBOX},
-    {"progress", make<QkFlatProgressBar>, PROGRESS_CLASSW},
-    {"scrollbar", makeVertical<QkFlatScrollbar>, WC_SCROLLBARW, SBS_VERT},
-    {"slider", makeVertical<QkFlatSlider>, WC_STATICW},
-    {"label", make<QkFlatStaticText>, WC_STATICW, 0, false},
-    {"password", make<QkFlatPassword>, WC_EDITW, ES_AUTOHSCROLL, false},
-    {"listview", make<QkFlatListView>, WC_LISTVIEWW, LVS_REPORT, false},
+    {"settings", make<QK_SETTINGS_BUTTON>, kButton},
+    {"switch", make<QK_TOGGLE>, kButton, BS_AUTOCHECKBOX},
+    {"progress", make<QK_PROGRESS_BAR>, PROGRESS_CLASSW},
+    {"scrollbar", makeA<QkFlatScrollbar, true>, WC_SCROLLBARW, SBS_VERT},
+    {"slider", makeA<QkFlatSlider, true>, WC_STATICW},
+    {"label", make<QK_STATIC_TEXT>, WC_STATICW, 0, false},
+    {"password", make<QK_PASSWORD>, WC_EDITW, ES_AUTOHSCROLL, false},
+    {"listview", makeA<QkFlatListView>, WC_LISTVIEWW, LVS_REPORT, false},
 };
 
 class AllControlsTest : public WindowTest, public testing::WithParamInterface<Kind> {

@@ -12,7 +12,7 @@ using namespace QkDlgTest;
 
 namespace {
 
-constexpr COLORREF kLine = 0xDFDFDF, kHover = 0xFBF3E5, kWhite = 0xFFFFFF, kGround = 0x78C878;
+constexpr COLORREF kLine = 0xDFDFDF, kGround = 0x78C878;
 constexpr DWORD kSimple = CBS_SIMPLE | CBS_AUTOHSCROLL, kEditable = CBS_DROPDOWN | CBS_AUTOHSCROLL;
 constexpr DWORD kOwnerDrawn = CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS;
 
@@ -42,15 +42,9 @@ void expectBorder(const Image& shown) {
 }
 
 struct ComboBoxTest : WindowTest {
-    /// The process keeps a brush for edits, and the system what open lists are drawn with.
-    static void SetUpTestSuite() {
-        HostDialog host;
-        for (const DWORD style : {kSimple, kEditable, kOwnerDrawn}) {
-            const Flat control = flat(addTo(host, style, 99));
-            send(control->GetWindow(), CB_SHOWDROPDOWN, TRUE);
-            pump(20);
-        }
-    }
+    // The process keeps a brush for edits, and the system what open lists are drawn with.
+    ComboBoxTest() { allowGdiGrowth(6); }
+
     static HWND addTo(HostDialog& host, DWORD style, int items, int top = 30) {
         const HWND combo = host.add(L"combobox", L"", style | WS_TABSTOP | WS_VSCROLL,
                                     scaledArea(30, top, 160, 150), 71 + top);

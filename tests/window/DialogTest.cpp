@@ -14,25 +14,17 @@
 
 #include "Dialogs.h"
 #include "Dlg/TemplateFont.h"
+#include "Exports/ControlFactory.h"
 #include "QkDlg/DialogFonts.h"
 #include "QkDlg/DialogTemplates.h"
+#include "QkDlg/QkDlg.h"
 #include "QkDlg/QkFlatBtn.h"
-#include "QkDlg/QkFlatCheckbox.h"
 #include "QkDlg/QkFlatComboBoxDropdown.h"
-#include "QkDlg/QkFlatComboBoxDropdownList.h"
 #include "QkDlg/QkFlatComboBoxSimple.h"
-#include "QkDlg/QkFlatDropBtn.h"
-#include "QkDlg/QkFlatEdit.h"
 #include "QkDlg/QkFlatListView.h"
-#include "QkDlg/QkFlatPassword.h"
-#include "QkDlg/QkFlatProgressBar.h"
-#include "QkDlg/QkFlatRadio.h"
 #include "QkDlg/QkFlatScrollbar.h"
-#include "QkDlg/QkFlatSettingsBtn.h"
 #include "QkDlg/QkFlatSlider.h"
-#include "QkDlg/QkFlatSplitBtn.h"
 #include "QkDlg/QkFlatStaticText.h"
-#include "QkDlg/QkFlatToggleBtn.h"
 #include "QkDlg/QkXDlg.h"
 #include "support/ChildProcess.h"
 #include "support/WindowTest.h"
@@ -163,12 +155,9 @@ TEST_F(DialogTest, EveryMessageReachesItsHandlerWithItsArguments) {
         const char* called;
         INT_PTR result = 1;
     };
-    NMHDR plain{};
-    plain.code = NM_CLICK;
-    NMHDR sheetHelp{};
-    sheetHelp.code = static_cast<UINT>(PSN_HELP);
-    NMHDR dialogHelp{};
-    dialogHelp.code = static_cast<UINT>(CDN_HELP);
+    const NMHDR plain{nullptr, 0, static_cast<UINT>(NM_CLICK)};
+    const NMHDR sheetHelp{nullptr, 0, static_cast<UINT>(PSN_HELP)};
+    const NMHDR dialogHelp{nullptr, 0, static_cast<UINT>(CDN_HELP)};
     const std::vector<Row> rows{
         {WM_MOVE, 0, MAKELPARAM(-5, 7), "OnMove -5 7", 0},
         {WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(300, 40000), "OnSize 2 300 40000"},
@@ -310,45 +299,50 @@ TEST_F(DialogTest, ADialogOfTheHostsOwnMakingEndsInAnyOrder) {
 // Flat
 
 TEST_F(DialogTest, EveryRowOfTheConversionMakesItsControl) {
+    constexpr std::pair<UINT, int> made[] = {{IDC_LABEL, QK_STATIC_TEXT},
+                                             {IDC_EDIT, QK_EDIT},
+                                             {IDC_PASSWORD, QK_PASSWORD},
+                                             {IDC_RICH, QK_EDIT},
+                                             {IDC_TRACKBAR, QK_PROGRESS_BAR},
+                                             {IDC_PUSH, QK_PUSH_BUTTON},
+                                             {IDC_SETTINGS, QK_SETTINGS_BUTTON},
+                                             {IDC_SPLIT, QK_SPLIT_BUTTON},
+                                             {IDC_DROP, QK_DROP_BUTTON},
+                                             {IDC_RADIO, QK_RADIO_BUTTON},
+                                             {IDC_CHECK, QK_CHECK_BOX},
+                                             {IDC_TOGGLE, QK_TOGGLE},
+                                             {IDC_COMBO_LIST, QK_COMBO_DROPDOWN_LIST}};
     allowGdiGrowth(2);
     TestDialog dialog(IDD_FLAT, true);
     // Twice, with the mouse left somewhere in between: nothing of the first run may be left.
     for (int run = 0; run < 2; ++run) {
-        dialog.run([](TestDialog& open) {
-            EXPECT_TRUE(open.flat<QkFlatStaticText>(IDC_LABEL));
+        dialog.run([&](TestDialog& open) {
+            for (const auto& [id, type] : made) {
+                const QkCustomControl* const found = open.FindControl(id);
+                const auto owned = makeControl(type, id);
+                const QkCustomControl& same = *owned;
+                EXPECT_TRUE(found && typeid(*found) == typeid(same)) << id;
+            }
             auto* described = open.flat<QkFlatStaticText>(IDC_DESCRIBED);
             ASSERT_TRUE(described);
-            EXPECT_EQ(described->GetConfiguredTextColor(), GetUIColor(UICLR_ACCENT));
+            EXPECT_EQ(described->GetConfiguredTextColor(), kAccent);
             EXPECT_EQ(described->GetFontFace(), L"Tahoma");
-            EXPECT_TRUE(open.flat<QkFlatEdit>(IDC_EDIT));
             std::array<wchar_t, 40> cue{};
             // Version 5 has no cues.
             if (SendMessageW(open.GetItem(IDC_EDIT, true), EM_GETCUEBANNER,
                              reinterpret_cast<WPARAM>(cue.data()), cue.size())) {
                 EXPECT_STREQ(cue.data(), L"Ünïcode cue & more");
             }
-            EXPECT_TRUE(open.flat<QkFlatPassword>(IDC_PASSWORD));
-            EXPECT_TRUE(open.flat<QkFlatEdit>(IDC_RICH));
             EXPECT_FALSE(open.flat<QkFlatScrollbar>(IDC_HSCROLL)->IsVertical());
             EXPECT_TRUE(open.flat<QkFlatScrollbar>(IDC_VSCROLL)->IsVertical());
             EXPECT_FALSE(open.flat<QkFlatSlider>(IDC_HSLIDER)->IsVertical());
             EXPECT_TRUE(open.flat<QkFlatSlider>(IDC_VSLIDER)->IsVertical());
-            EXPECT_TRUE(open.flat<QkFlatProgressBar>(IDC_TRACKBAR));
             EXPECT_TRUE(open.flat<QkFlatListView>(IDC_LIST));
-            EXPECT_TRUE(open.flat<QkFlatBtn>(IDC_PUSH));
-            EXPECT_EQ(open.flat<QkFlatBtn>(IDC_BLUE)->GetConfiguredBkColor(),
-                      GetUIColor(UICLR_ACCENT));
-            EXPECT_TRUE(open.flat<QkFlatSettingsBtn>(IDC_SETTINGS));
+            EXPECT_EQ(open.flat<QkFlatBtn>(IDC_BLUE)->GetConfiguredBkColor(), kAccent);
             EXPECT_FALSE(open.FindControl(IDC_UNKNOWN));
-            EXPECT_TRUE(open.flat<QkFlatSplitBtn>(IDC_SPLIT));
-            EXPECT_TRUE(open.flat<QkFlatDropBtn>(IDC_DROP));
-            EXPECT_TRUE(open.flat<QkFlatRadio>(IDC_RADIO));
-            EXPECT_TRUE(open.flat<QkFlatCheckbox>(IDC_CHECK));
-            EXPECT_TRUE(open.flat<QkFlatToggleBtn>(IDC_TOGGLE));
             EXPECT_FALSE(open.FindControl(IDC_THREE_STATE));
             EXPECT_TRUE(open.flat<QkFlatComboBoxSimple>(IDC_COMBO_SIMPLE));
             EXPECT_TRUE(open.flat<QkFlatComboBoxDropdown>(IDC_COMBO_EDIT));
-            EXPECT_TRUE(open.flat<QkFlatComboBoxDropdownList>(IDC_COMBO_LIST));
 
             auto* label = open.flat<QkFlatStaticText>(static_cast<UINT>(-1));
             ASSERT_TRUE(label);
@@ -373,7 +367,7 @@ TEST_F(DialogTest, DefaultAndAccentButtonAreBroughtTogether) {
     });
     TestDialog both(IDD_FLAT, true);
     both.run([](TestDialog& open) {
-        EXPECT_NE(open.flat<QkFlatBtn>(IDOK)->GetConfiguredBkColor(), GetUIColor(UICLR_ACCENT))
+        EXPECT_NE(open.flat<QkFlatBtn>(IDOK)->GetConfiguredBkColor(), kAccent)
             << "there is a blue one";
         EXPECT_EQ(LOWORD(SendMessageW(open.window(), DM_GETDEFID, 0, 0)), IDOK);
     });
@@ -391,9 +385,11 @@ TEST_F(DialogTest, ColoursComeFromTheControlThatAsks) {
             return std::pair(brush, GetTextColor(dc.get()));
         };
         const auto nullPen = reinterpret_cast<INT_PTR>(GetStockObject(NULL_PEN));
-        const HWND second = FindWindowExW(open.window(), nullptr, L"Static", L"Second of many");
-        EXPECT_EQ(ask(WM_CTLCOLORSTATIC, second),
-                  (std::pair(nullPen, GetSysColor(COLOR_WINDOWTEXT))));
+        const HWND flat = FindWindowExW(open.window(), nullptr, L"Static", L"First of many");
+        const HWND plain = FindWindowExW(open.window(), nullptr, L"Static", L"Second of many");
+        for (const HWND label : {flat, plain})
+            EXPECT_EQ(ask(WM_CTLCOLORSTATIC, label),
+                      (std::pair(nullPen, GetSysColor(COLOR_WINDOWTEXT))));
         const HWND readOnly = CreateWindowExW(0, L"Edit", L"", WS_CHILD | ES_READONLY, 0, 0, 9, 9,
                                               open.window(), nullptr, nullptr, nullptr);
         EXPECT_EQ(ask(WM_CTLCOLORSTATIC, readOnly).first, 0) << "an edit needs a ground";
@@ -402,6 +398,7 @@ TEST_F(DialogTest, ColoursComeFromTheControlThatAsks) {
         EXPECT_EQ(ask(WM_CTLCOLORDLG, open.window()).first, white);
         const HighContrast contrast;
         EXPECT_EQ(ask(WM_CTLCOLORDLG, open.window()).first, 0);
+        EXPECT_EQ(ask(WM_CTLCOLORSTATIC, flat).first, 0);
     });
 }
 

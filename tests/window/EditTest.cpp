@@ -12,7 +12,6 @@ namespace {
 
 constexpr COLORREF kGround = RGB(180, 230, 180);
 constexpr COLORREF kLine = RGB(223, 223, 223);
-constexpr COLORREF kWhite = RGB(255, 255, 255);
 
 class EditTest : public WindowTest {
 protected:

@@ -127,7 +127,7 @@ TEST_F(PasswordTest, EyeGoesWhileDisabledAndForGoodWhenTurnedOff) {
     const Image before = shown();
     const Box place(120, 30, 140, 50);
     EnableWindow(edit, FALSE);
-    EXPECT_THAT(shown().part(place), isFilledWith(RGB(255, 255, 255)));
+    EXPECT_THAT(shown().part(place), isFilledWith(kWhite));
     EnableWindow(edit, TRUE);
     EXPECT_THAT(shown(), looksLike(before));
     focus(edit);
@@ -136,7 +136,7 @@ TEST_F(PasswordTest, EyeGoesWhileDisabledAndForGoodWhenTurnedOff) {
     EXPECT_EQ(SendMessageW(edit, EM_GETSEL, 0, 0), MAKELONG(6, 6)) << "though nothing else happens";
     ShowWindow(edit, SW_HIDE);
     ShowWindow(edit, SW_SHOW);
-    EXPECT_THAT(shown().part(place), isFilledWith(RGB(255, 255, 255)));
+    EXPECT_THAT(shown().part(place), isFilledWith(kWhite));
     password_.reset();
     EXPECT_FALSE(isMasked(edit));
 }

@@ -8,7 +8,6 @@ using namespace QkDlgTest;
 namespace {
 
 constexpr UINT_PTR kTimer = 10551;
-constexpr COLORREF kAccent = RGB(27, 118, 192);
 
 class ProgressBarTest : public WindowTest {
 protected:
@@ -45,7 +44,7 @@ TEST_F(ProgressBarTest, EveryChangeRepaintsTheWholeFillWithoutReducingItByTheLow
     EXPECT_EQ(filledAfter(bar, PBM_DELTAPOS, 10), Box(2, 2, 140, 18));
     const Image image = onScreen(bar);
     EXPECT_EQ(image.count(RGB(223, 223, 223)), 200 * 20 - 196 * 16) << "the border";
-    EXPECT_EQ(image.count(RGB(246, 246, 246)), 58 * 16);
+    EXPECT_EQ(image.count(kFace), 58 * 16);
     EXPECT_THAT(printed(bar), looksLike(image));
 }
 

@@ -103,7 +103,7 @@ TEST_F(ScrollbarTest, DragReportsPositionsAndEndsOnceWithTheLast) {
     EXPECT_EQ(std::pair(info().nTrackPos, info().nPos), std::pair(41, 40));
     EXPECT_EQ(colourAt(163), kTrack);
     set(SIF_POS, 0);
-    EXPECT_EQ(colourAt(164), RGB(27, 118, 192)) << "the thumb stays with the mouse";
+    EXPECT_EQ(colourAt(164), kAccent) << "the thumb stays with the mouse";
     moveMouse(900);
     release();
     EXPECT_EQ(requests(), "track 41 track 80 position 80 end ");
@@ -159,7 +159,7 @@ TEST_F(ScrollbarTest, HostThatKnowsNothingOfItIsAnsweredAsByAStandardBar) {
     EXPECT_EQ(bar.rgstate[4], DWORD{STATE_SYSTEM_INVISIBLE});
     EXPECT_EQ(clicked(-2), "");
     EXPECT_TRUE(EnableScrollBar(bar_, SB_CTL, ESB_DISABLE_BOTH));
-    EXPECT_EQ(colourAt(10), RGB(246, 246, 246)) << "the disabled thumb that fills the track";
+    EXPECT_EQ(colourAt(10), kFace) << "the disabled thumb that fills the track";
     // The values go to the standard bar with the object's end, and to the next object.
     for (const int last : {99, 40}) {
         addBar();
@@ -239,7 +239,7 @@ TEST_F(ScrollbarTest, KeysAndWheelScrollToo) {
     int lines = 0;
     SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
     wheel(1);
-    EXPECT_EQ(host_.timesHeard(scrolled(WM_VSCROLL, 5, SB_LINEUP)), lines);
+    EXPECT_EQ(host_.timesHeard({WM_VSCROLL, 5, SB_LINEUP}), lines);
 }
 
 TEST_F(ScrollbarTest, ShowsEachState) {
@@ -251,7 +251,7 @@ TEST_F(ScrollbarTest, ShowsEachState) {
     moveMouse(200);
     EXPECT_EQ(colourAt(160), RGB(101, 167, 232)) << "hot";
     moveMouse(-1);
-    EXPECT_EQ(shown().at(0, 0), RGB(229, 243, 251));
+    EXPECT_EQ(shown().at(0, 0), kHover);
     press();
     EXPECT_EQ(shown().at(0, 0), RGB(210, 232, 253));
     release();
@@ -286,7 +286,9 @@ TEST_F(ScrollbarTest, TakesTheSystemsColoursInHighContrast) {
     InvalidateRect(bar_, nullptr, FALSE);
     EXPECT_EQ(colourAt(160), RGB(255, 255, 0));
     EXPECT_EQ(colourAt(200), RGB(0, 0, 0));
-    EXPECT_TRUE(shown().contains(RGB(255, 255, 255))) << "the arrows";
+    EXPECT_TRUE(shown().contains(kWhite)) << "the arrows";
+    moveMouse(-1);
+    EXPECT_EQ(shown().at(0, 0), GetSysColor(COLOR_HIGHLIGHT));
 }
 
 const BrokenContract kUnknownArrows("src/QkCustScroll", 677, [] {

@@ -1,6 +1,4 @@
 #include <array>
-#include <memory>
-#include <vector>
 
 #include "QkDlg/QkFlatCheckbox.h"
 #include "QkDlg/QkFlatRadio.h"
@@ -16,24 +14,11 @@ constexpr int kFirst = 101;
 constexpr int kSecond = 102;
 constexpr int kThird = 103;
 
-constexpr COLORREF kAccent = RGB(27, 118, 192);
-constexpr COLORREF kWhite = RGB(255, 255, 255);
-
 class ToggleTest : public WindowTest {
 protected:
     HWND add(int id, DWORD style, const wchar_t* text = L"&Text") {
         return host_.add(L"button", text, style | WS_TABSTOP,
                          scaledArea(20, 20 + 40 * (id - kFirst), 140, 24), id);
-    }
-
-    template <typename Control>
-    Control& flatten(HWND window) {
-        auto control = std::make_unique<Control>(static_cast<UINT>(GetDlgCtrlID(window)));
-        Control& made = *control;
-        made.Attach(window);
-        controls_.push_back(std::move(control));
-        drain();
-        return made;
     }
 
     [[nodiscard]] UINT state(int id) const { return IsDlgButtonChecked(host_.window(), id); }
@@ -55,12 +40,12 @@ protected:
     }
 
     HostDialog host_{{.width = scaled(400), .height = scaled(260)}};
-    std::vector<std::unique_ptr<QkCustomControl>> controls_;
 };
 
 TEST_F(ToggleTest, CheckBoxShowsEachChangeAtOnce) {
     const HWND box = add(kFirst, BS_AUTOCHECKBOX);
-    flatten<QkFlatCheckbox>(box);
+    auto control = flatten<QkFlatCheckbox>(box);
+    EXPECT_EQ(QkFlatToggleBase::GetCaptionRoom(box), scaled(140) - bitmapEdge() - scaled(6));
     EXPECT_FALSE(showsMark(box));
     click(box);
     EXPECT_EQ(state(kFirst), BST_CHECKED);
@@ -75,9 +60,11 @@ TEST_F(ToggleTest, CheckBoxShowsEachChangeAtOnce) {
     const Image disabled = mark(box);
     CheckDlgButton(host_.window(), kFirst, BST_UNCHECKED);
     EXPECT_NE(mark(box), disabled) << "but still tells checked from unchecked";
+    control.reset();
+    EXPECT_EQ(QkFlatToggleBase::GetCaptionRoom(box), scaled(140)) << "of a plain one";
 
     const HWND threeStates = add(kSecond, BS_AUTO3STATE);
-    flatten<QkFlatCheckbox>(threeStates);
+    control = flatten<QkFlatCheckbox>(threeStates);
     const Image unchecked = mark(threeStates);
     CheckDlgButton(host_.window(), kSecond, BST_INDETERMINATE);
     EXPECT_THAT(mark(threeStates), looksLike(unchecked)) << "the third state has no picture";
@@ -87,8 +74,8 @@ TEST_F(ToggleTest, RadioSiblingsChangeWithTheOneThatIsChosen) {
     const HWND first = add(kFirst, BS_AUTORADIOBUTTON | WS_GROUP);
     const HWND second = add(kSecond, BS_AUTORADIOBUTTON);
     const HWND third = add(kThird, BS_AUTORADIOBUTTON);
-    for (const HWND radio : {first, second, third})
-        flatten<QkFlatRadio>(radio);
+    const std::unique_ptr<QkFlatRadio> controls[] = {
+        flatten<QkFlatRadio>(first), flatten<QkFlatRadio>(second), flatten<QkFlatRadio>(third)};
     click(first);
     EXPECT_TRUE(showsMark(first));
     click(second);
@@ -102,16 +89,6 @@ TEST_F(ToggleTest, RadioSiblingsChangeWithTheOneThatIsChosen) {
     keyTap(VK_UP);
     EXPECT_TRUE(showsMark(second));
     EXPECT_FALSE(showsMark(third));
-}
-
-TEST_F(ToggleTest, CaptionRoomIsWhatThePictureLeaves) {
-    const HWND box = add(kFirst, BS_AUTOCHECKBOX);
-    const HWND plain = add(kSecond, BS_AUTOCHECKBOX);
-    flatten<QkFlatCheckbox>(box);
-    EXPECT_EQ(QkFlatToggleBase::GetCaptionRoom(box), scaled(140) - bitmapEdge() - scaled(6));
-    EXPECT_EQ(QkFlatToggleBase::GetCaptionRoom(plain), scaled(140));
-    controls_.clear();
-    EXPECT_EQ(QkFlatToggleBase::GetCaptionRoom(box), scaled(140));
 }
 
 TEST_F(ToggleTest, CheckBoxFromCodeIsFlatAndPaintsForCustomDraw) {
@@ -143,8 +120,8 @@ TEST_F(ToggleTest, HighContrastDrawsPlainShapes) {
     const SystemColours scheme({{COLOR_WINDOW, RGB(0, 0, 0)}, {COLOR_BTNFACE, RGB(0, 0, 0)}});
     const HWND box = add(kFirst, BS_AUTOCHECKBOX, L" ");
     const HWND radio = add(kSecond, BS_AUTORADIOBUTTON, L" ");
-    flatten<QkFlatCheckbox>(box);
-    flatten<QkFlatRadio>(radio);
+    const auto flatBox = flatten<QkFlatCheckbox>(box);
+    const auto flatRadio = flatten<QkFlatRadio>(radio);
     const HighContrast contrast;
     for (const HWND toggle : {box, radio})
         SendMessageW(toggle, BM_SETCHECK, BST_CHECKED, 0);
@@ -169,8 +146,9 @@ TEST_F(ToggleTest, MirroredDialogMirrorsPlacesButNeitherCheckMarkNorLetters) {
         const HWND box =
             host.add(L"button", L"Left", BS_AUTOCHECKBOX, scaledArea(20, 20, 140, 24), kFirst);
         SendMessageW(box, BM_SETCHECK, BST_CHECKED, 0);
-        flatten<QkFlatCheckbox>(box).SetFont(L"Segoe UI", 9, FW_NORMAL);
-        controls_.back()->Refresh();
+        const auto control = flatten<QkFlatCheckbox>(box);
+        control->SetFont(L"Segoe UI", 9, FW_NORMAL);
+        control->Refresh();
         drain();
         return onScreen(box);
     };
