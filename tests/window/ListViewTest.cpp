@@ -436,7 +436,7 @@ TEST_F(ListViewTest, ThumbTakesTheListToWhereItStandsAndItsReleaseMovesNothing) 
         tell(list, LVM_SETVIEW, report ? LV_VIEW_DETAILS : LV_VIEW_LIST);
         for (const int position : {4, 1, report ? 40 : 3}) {
             SetScrollPos(bar, SB_CTL, position, FALSE);
-            for (const WPARAM code : {SB_THUMBTRACK, SB_THUMBPOSITION}) {
+            for (const auto code : std::initializer_list<WPARAM>{SB_THUMBTRACK, SB_THUMBPOSITION}) {
                 tell(list, report ? WM_VSCROLL : WM_HSCROLL, code, reinterpret_cast<LPARAM>(bar));
                 EXPECT_EQ(GetScrollPos(list, report ? SB_VERT : SB_HORZ), position);
             }
