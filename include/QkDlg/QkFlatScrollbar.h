@@ -68,7 +68,7 @@ public:
     [[nodiscard]] int GetPosition() const { return m_nPos; }
 
 protected:
-    static constexpr INT32 kNewMaximum = 100;
+    static constexpr INT32 kNewMaximum = 100;  ///< of a bar that nobody has given a range
 
     INT32 m_bVertical;                             ///< vertical, else horizontal
     RECT m_rcArrow1{};                             ///< top or left arrow
