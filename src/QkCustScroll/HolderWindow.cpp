@@ -139,12 +139,16 @@ void HolderWindow::synchronise() {
 }
 
 void HolderWindow::followStyles() {
-    const LONG_PTR style = GetWindowLongPtrW(m_hwnd, GWL_STYLE);
+    const HWND holder = m_hwnd;
+    const LONG_PTR style = GetWindowLongPtrW(holder, GWL_STYLE);
     const LONG_PTR group = GetWindowLongPtrW(m_group->target, GWL_STYLE) & WS_GROUP;
     if ((style & WS_GROUP) != group)
-        SetWindowLongPtrW(m_hwnd, GWL_STYLE, (style & ~LONG_PTR{WS_GROUP}) | group);
+        SetWindowLongPtrW(holder, GWL_STYLE, (style & ~LONG_PTR{WS_GROUP}) | group);
     const bool enabled = IsWindowEnabled(m_group->target) != FALSE;
-    setEnabled(m_hwnd, enabled);
+    setEnabled(holder, enabled);
+    // A bar that is disabled ends its press, and the host that is told may end it all.
+    if (of(holder) != this)
+        return;
     // A drag that is under way is not taken from the user.
     if (bar() && !m_dragging)
         setEnabled(bar(), enabled && canScroll(m_group->target, isVertical(), m_copied));

@@ -251,8 +251,9 @@ void ScrollbarHolder::LayOut() {
                          kPlaceOnly | SWP_NOMOVE | SWP_NOSIZE);
         below = holder;
         setClipSiblings(holder, clip);
-        HolderWindow::of(holder)->followStyles();
-        // A bar that is disabled ends its press, and the host that is told may end it all.
+        // A bar that is moved or disabled ends its press, and the host that is told may end it all.
+        if (HolderWindow* const object = HolderWindow::of(holder))
+            object->followStyles();
         if (!liveHolders().contains(this))
             return;
         place(holder, partOf(layout, part), !m_hidden);
