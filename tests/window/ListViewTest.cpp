@@ -423,7 +423,7 @@ TEST_F(ListViewTest, ColumnFittedToItsTextsCutsNone) {
         const RECT row = rowRect(list, 0);
         const Box cell(left, row.top + 2, left + width - scaled(8), row.bottom - 2);
         const Image fitted = shown(list).part(cell);
-        tell(list, LVM_SETCOLUMNWIDTH, 1, 2 * width);
+        tell(list, LVM_SETCOLUMNWIDTH, 1, width + scaled(50));
         EXPECT_THAT(fitted, looksLike(shown(list).part(cell))) << "by mouse: " << byMouse;
     }
 }
