@@ -434,6 +434,8 @@ TEST_F(ListViewTest, ThumbTakesTheListToWhereItStandsAndItsReleaseMovesNothing) 
     for (const bool report : {true, false}) {
         const HWND list = addFlat({LVS_REPORT, 0, 60});
         tell(list, LVM_SETVIEW, report ? LV_VIEW_DETAILS : LV_VIEW_LIST);
+        if (!report)  // its columns are not scaled
+            MoveWindow(list, 10, 10, 300, 160, FALSE);
         for (const int position : {4, 1, report ? 40 : 3}) {
             SetScrollPos(bar, SB_CTL, position, FALSE);
             for (const auto code : std::initializer_list<WPARAM>{SB_THUMBTRACK, SB_THUMBPOSITION}) {

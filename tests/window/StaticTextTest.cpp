@@ -98,8 +98,8 @@ TEST_F(StaticTextTest, AnotherWhoSubclassesTheParentAndLeavesTakesNoColoursAway)
 }
 
 TEST_F(StaticTextTest, SmallerPictureLeavesNothingOfTheLargerOne) {
-    const std::vector<DWORD> red(std::size_t{80} * 80, 0xC80000);
-    const std::vector<DWORD> blue(std::size_t{20} * 20, 0x0000C8);
+    const std::vector<DWORD> red(6400, 0xC80000);
+    const std::vector<DWORD> blue(400, 0x0000C8);
     const UniqueBitmap large(CreateBitmap(80, 80, 1, 32, red.data()));
     const UniqueBitmap small(CreateBitmap(20, 20, 1, 32, blue.data()));
     const HWND window = addLabel(L"", 9, SS_BITMAP);
