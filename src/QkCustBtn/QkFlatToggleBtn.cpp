@@ -284,14 +284,19 @@ void QkFlatToggleBtn::Attach(HWND hwnd) {
     ResetEffects();
     m_nDragX = -1;
     m_bClickedByMessage = false;
-    // Size and caption are set under this object's procedure: a standard check box would erase and
-    // paint itself at once, and ask a host for colours that may delete this object meanwhile.
-    installSubclass(hwnd, ToggleProc, *this);
+    // Where it shows, size and caption are set under this object's procedure: a standard check box
+    // would erase and paint itself at once, and ask a host for colours that may delete this object
+    // meanwhile. Where it does not, each message on the way would only take longer.
+    const bool shows = IsWindowVisible(hwnd) != FALSE;
+    if (shows)
+        installSubclass(hwnd, ToggleProc, *this);
     ResizeToSwitch();
     if (!livingControl<QkFlatToggleBtn>(hwnd, reinterpret_cast<DWORD_PTR>(this)))
         return;
     Refresh();
     SetCaption(IsChecked());
+    if (!shows)
+        installSubclass(hwnd, ToggleProc, *this);
 }
 
 void QkFlatToggleBtn::ResizeToSwitch() {
