@@ -58,11 +58,11 @@ COLORREF cornerOf(HWND window) {
     return GetPixel(QkDlg::WindowDc(nullptr).get(), at.left + 5, at.top + 5);
 }
 
-bool mouseIsHeld(HWND dialog) {
+GUITHREADINFO inputOf(HWND dialog) {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
     GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-    return info.hwndCapture != nullptr;
+    return info;
 }
 
 template <typename Condition>
@@ -81,15 +81,19 @@ TEST_P(Examples, IsFlatAndAnswers) {
         HWND dialog = nullptr;
         ASSERT_TRUE(waitFor([&] {
             dialog = FindWindowW(L"#32770", use.caption);
-            return IsWindowVisible(dialog) != FALSE;
+            return IsWindowVisible(dialog) && IsChild(dialog, inputOf(dialog).hwndFocus);
         }));
         for (const char* key = use.keys; *key; ++key)
             tap(static_cast<WORD>(*key));
-        EXPECT_TRUE(waitFor([&] { return cornerOf(GetDlgItem(dialog, use.accent)) == kAccent; }));
+        // A disabled one has the colour, too.
+        EXPECT_TRUE(waitFor([&] {
+            const HWND accent = GetDlgItem(dialog, use.accent);
+            return IsWindowEnabled(accent) && cornerOf(accent) == kAccent;
+        }));
         // A button that the space key still holds down would take the mouse.
         EXPECT_TRUE(!use.checked || waitFor([&] {
             return SendDlgItemMessageW(dialog, use.checked, BM_GETCHECK, 0, 0) == BST_CHECKED &&
-                   !mouseIsHeld(dialog);
+                   !inputOf(dialog).hwndCapture;
         }));
         click(GetDlgItem(dialog, use.button));
     });
