@@ -60,7 +60,18 @@ constexpr Argument aButton = [](HWND, Dice& dice) -> LPARAM { return dice.oneIn(
 constexpr Argument aTurn = [](HWND, Dice& dice) -> LPARAM {
     return MAKELONG(0, static_cast<WORD>((dice.roll(7) - 3) * 60));
 };
-constexpr Argument aKey = [](HWND, Dice& dice) -> LPARAM { return dice.one(kKeyCodes); };
+/// A flat list has a thinner edge than a plain one: with some fonts it shows a row more.
+bool mayShowAnotherRow(HWND window) {
+    const HWND parent = GetParent(window);
+    const HWND combo = isOfClass(parent, WC_COMBOBOXW) ? parent : window;
+    return isOfClass(combo, WC_COMBOBOXW) &&
+           (GetWindowLongPtrW(combo, GWL_STYLE) & 3) == CBS_SIMPLE;
+}
+constexpr Argument aKey = [](HWND window, Dice& dice) -> LPARAM {
+    const int key = dice.one(kKeyCodes);
+    const bool pages = key == VK_NEXT || key == VK_PRIOR;
+    return pages && mayShowAnotherRow(window) ? VK_HOME : key;
+};
 constexpr Argument aChar = [](HWND, Dice& dice) -> LPARAM {
     return dice.oneIn(6) ? VK_BACK : ' ' + dice.roll(90);
 };
