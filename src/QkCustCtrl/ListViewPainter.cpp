@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "QkDlg/DialogFonts.h"
 #include "QkDlg/ImageIdList.h"
 #include "QkDlg/UiColors.h"
 #include "QkUtil/Bitmaps.h"
@@ -9,6 +10,7 @@
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
 #include "QkUtil/Resources.h"
+#include "QkXML/DialogDefaults.h"
 
 namespace QkDlg {
 
@@ -17,6 +19,7 @@ namespace {
 constexpr UINT32 kCheckedImage = 62024;
 constexpr UINT32 kUncheckedImage = 62048;
 
+constexpr int kListFontSize = 9;
 constexpr UINT kTextFlags = DT_BOTTOM | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX;
 
 constexpr COLORREF kHeaderText = 0x797979;
@@ -118,7 +121,8 @@ void fillListGround(HDC dc, const RECT& rect) {
     FillRect(dc, &rect, dcBrush(dc, ground));
 }
 
-ListViewPainter::ListViewPainter() : m_listFont(listFont()) {
+ListViewPainter::ListViewPainter()
+    : m_listFont(GetFont(kListFontSize, defaultFontFace(), FW_NORMAL, 0)) {
     LoadCheckBitmaps();
 }
 
@@ -191,10 +195,10 @@ void ListViewPainter::Hear(const LVITEMW& told) {
         return;
     m_run->told.row = told.iItem;
     m_run->told.subItem = told.iSubItem;
-    lstrcpynW(m_run->told.text.data(), told.pszText, kTextCapacity);
+    lstrcpynW(m_run->told.text.data(), told.pszText, static_cast<int>(m_run->told.text.size()));
 }
 
-const ListViewPainter::Text* ListViewPainter::ToldTextOf(const Run& run, int row, int subItem) {
+const ListText* ListViewPainter::ToldTextOf(const Run& run, int row, int subItem) {
     return run.told.row == row && run.told.subItem == subItem ? &run.told.text : nullptr;
 }
 
@@ -203,7 +207,7 @@ ListViewPainter::RowState ListViewPainter::RowOf(const Run& run, const NMCUSTOMD
     LVITEMW item{};
     item.stateMask = ~0U;
     item.iItem = static_cast<int>(draw.dwItemSpec);
-    const Text* const told = run.painted.icons ? nullptr : ToldTextOf(run, item.iItem, 0);
+    const ListText* const told = run.painted.icons ? nullptr : ToldTextOf(run, item.iItem, 0);
     if (told) {
         row.label = *told;
         // Not LVM_GETITEMSTATE: an owner-data list of Wine's leaves some of its bits to chance.
@@ -286,28 +290,21 @@ void ListViewPainter::DrawCell(Run& run, HDC dc, int subItem) {
     const RECT cell{column.rect.left, run.row.rect.top, column.rect.right, run.row.rect.bottom};
     if (!hasArea(cell) || !RectVisible(dc, &cell))
         return;
-    const bool first = subItem == run.firstDisplayed;
-    const CellKind kind{first, run.painted.checkBoxes, run.painted.icons != nullptr};
+    const CellKind kind = kindOfCells(run.painted, subItem, run.firstDisplayed);
     const CellParts parts = layOutCell(fromWin32(cell), kind, run.lengths);
-    if (first && (kind.hasCheckBox || kind.hasIcon))
+    if (kind.firstDisplayed && (kind.hasCheckBox || kind.hasIcon))
         PaintPictures(dc, parts, run);
 
-    const Text text = subItem == 0 ? run.row.label : CellText(run, subItem);
+    const ListText text = subItem == 0 ? run.row.label : CellText(run, subItem);
     const Selection font(dc, m_listFont);
-    setTextColours(dc, TextColour(run, first), FaceOf(run).fill);
+    setTextColours(dc, TextColour(run, kind.firstDisplayed), FaceOf(run).fill);
     writeText(dc, text.data(), parts.text, column.rightAligned);
 }
 
-ListViewPainter::Text ListViewPainter::CellText(const Run& run, int subItem) {
-    if (const Text* const told = ToldTextOf(run, run.row.row, subItem))
+ListText ListViewPainter::CellText(const Run& run, int subItem) {
+    if (const ListText* const told = ToldTextOf(run, run.row.row, subItem))
         return *told;
-    Text text{};
-    LVITEMW item{};
-    item.mask = LVIF_TEXT;
-    item.iItem = run.row.row;
-    item.iSubItem = subItem;
-    readText(run.painted.list, item, text);
-    return text;
+    return cellText(run.painted.list, run.row.row, subItem);
 }
 
 ListViewPainter::Face ListViewPainter::FaceOf(const Run& run) {

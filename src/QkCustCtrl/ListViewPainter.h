@@ -32,6 +32,8 @@ public:
     [[nodiscard]] std::optional<Run> Begin(const PaintedList& painted);
     /// The run is over, and the one that it interrupted goes on.
     void End(std::optional<Run> outer);
+    /// What texts are written in; of the process's cache.
+    [[nodiscard]] HFONT Font() const { return m_listFont; }
     /// What the run paints; null between two runs.
     [[nodiscard]] const PaintedList* Current() const { return m_run ? &m_run->painted : nullptr; }
 
@@ -48,9 +50,6 @@ public:
 private:
     enum class RowLook { Plain, Hot, Selected };
 
-    static constexpr int kTextCapacity = 260;
-    using Text = std::array<wchar_t, kTextCapacity>;
-
     /// What the list says of a row in one answer, as each question takes its time.
     struct RowState {
         int row = -1;
@@ -58,13 +57,13 @@ private:
         RowLook look = RowLook::Plain;
         UINT state = 0;
         int image = I_IMAGENONE;
-        Text label{};
+        ListText label{};
     };
 
     struct ToldText {
         int row = -1;
         int subItem = -1;
-        Text text{};
+        ListText text{};
     };
 
     struct Column {
@@ -95,9 +94,9 @@ private:
     [[nodiscard]] static Colours ColoursOfNow();
     [[nodiscard]] Run NewRun(const PaintedList& painted);
     [[nodiscard]] static const Column& ColumnOf(Run& run, int subItem);
-    [[nodiscard]] static const Text* ToldTextOf(const Run& run, int row, int subItem);
+    [[nodiscard]] static const ListText* ToldTextOf(const Run& run, int row, int subItem);
     [[nodiscard]] static RowState RowOf(const Run& run, const NMCUSTOMDRAW& draw);
-    [[nodiscard]] static Text CellText(const Run& run, int subItem);
+    [[nodiscard]] static ListText CellText(const Run& run, int subItem);
     [[nodiscard]] static Face FaceOf(const Run& run);
     [[nodiscard]] static COLORREF TextColour(const Run& run, bool first);
     static void BeginRow(Run& run, const NMCUSTOMDRAW& draw);

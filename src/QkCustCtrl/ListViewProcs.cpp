@@ -252,7 +252,7 @@ LRESULT QkFlatListView::PassOnAndWiden(const Message& message, int column, bool 
     auto* const still = livingControl<QkFlatListView>(list, reinterpret_cast<DWORD_PTR>(this));
     if (!still || !still->m_header)
         return result;
-    const int wanted = widthToFit(still->Painted(), column, withHeader);
+    const int wanted = widthToFit(still->Painted(), still->m_painter->Font(), column, withHeader);
     const auto index = static_cast<WPARAM>(column);
     if (wanted > SendMessageW(list, LVM_GETCOLUMNWIDTH, index, 0))
         SendMessageW(list, LVM_SETCOLUMNWIDTH, index, MAKELPARAM(wanted, 0));

@@ -4,17 +4,13 @@
 #include <optional>
 #include <utility>
 
-#include "QkDlg/DialogFonts.h"
 #include "QkUtil/Handles.h"
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
-#include "QkXML/DialogDefaults.h"
 
 namespace QkDlg {
 
 namespace {
-
-constexpr int kListFontSize = 9;
 
 /// The cursor in client coordinates of a window, unless the mouse is over another one.
 std::optional<POINT> cursorIn(HWND hwnd) {
@@ -59,6 +55,29 @@ HeaderItem::HeaderItem(HWND header, int index) {
         lstrcpynW(text.data(), item.pszText, item.cchTextMax);
 }
 
+void readText(HWND list, LVITEMW& item, ListText& text) {
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(text.size());
+    askClass(list, LVM_GETITEMW, 0, &item);
+    // A list may answer with a text of its own instead of filling the buffer.
+    if (item.pszText && item.pszText != text.data() && item.pszText != LPSTR_TEXTCALLBACKW)
+        lstrcpynW(text.data(), item.pszText, item.cchTextMax);
+}
+
+ListText cellText(HWND list, int row, int subItem) {
+    ListText text{};
+    LVITEMW item{};
+    item.mask = LVIF_TEXT;
+    item.iItem = row;
+    item.iSubItem = subItem;
+    readText(list, item, text);
+    return text;
+}
+
+CellKind kindOfCells(const PaintedList& painted, int column, int firstDisplayed) {
+    return {column == firstDisplayed, painted.checkBoxes, painted.icons != nullptr};
+}
+
 Size textSize(HDC dc, const wchar_t* text) {
     SIZE size{};
     GetTextExtentPoint32W(dc, text, lstrlenW(text), &size);
@@ -71,10 +90,6 @@ RECT columnRect(const PaintedList& painted, std::size_t subItem) {
     // The header moves with the list when that one scrolls sideways.
     MapWindowPoints(painted.header, painted.list, reinterpret_cast<POINT*>(&rect), 2);
     return rect;
-}
-
-HFONT listFont() {
-    return GetFont(kListFontSize, defaultFontFace(), FW_NORMAL, 0);
 }
 
 int firstDisplayedOf(HWND header) {
@@ -108,30 +123,23 @@ RECT labelArea(const PaintedList& painted, int row) {
     const ListLengths lengths(screenDpi());
     const RECT column = columnRect(painted, 0);
     const Rect cell{column.left, bounds.top, column.right, bounds.bottom};
-    const CellKind kind{firstDisplayedOf(painted.header) == 0, painted.checkBoxes,
-                        painted.icons != nullptr};
+    const CellKind kind = kindOfCells(painted, 0, firstDisplayedOf(painted.header));
     const Rect text = layOutCell(cell, kind, lengths).text;
     const RECT area{text.left - lengths.inset, cell.top, cell.right, cell.bottom};
     return area.right - area.left < lengths.row ? RECT{} : area;
 }
 
-int widthToFit(const PaintedList& painted, int column, bool withHeader) {
+int widthToFit(const PaintedList& painted, HFONT font, int column, bool withHeader) {
     const ListLengths lengths(screenDpi());
     const MemoryDc dc(CreateCompatibleDC(nullptr));
-    const Selection font(dc.get(), listFont());
-    const CellKind kind{firstDisplayedOf(painted.header) == column, painted.checkBoxes,
-                        painted.icons != nullptr};
+    const Selection selected(dc.get(), font);
+    const CellKind kind = kindOfCells(painted, column, firstDisplayedOf(painted.header));
     const int besideText = -layOutCell({}, kind, lengths).text.width();
     int width = withHeader ? headerWidth(dc.get(), HeaderItem(painted.header, column), lengths) : 0;
     const auto [first, end] = rowsToMeasure(painted.list);
     // The application that is asked for a text may end the list.
     for (int row = first; row < end && IsWindow(painted.list); ++row) {
-        std::array<wchar_t, 260> text{};
-        LVITEMW item{};
-        item.mask = LVIF_TEXT;
-        item.iItem = row;
-        item.iSubItem = column;
-        readText(painted.list, item, text);
+        const ListText text = cellText(painted.list, row, column);
         width = std::max(width, textSize(dc.get(), text.data()).width + besideText);
     }
     return width;

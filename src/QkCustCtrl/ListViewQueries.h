@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <tuple>
 
 #include "QkCustCtrl/ListViewLayout.h"
 #include "QkUtil/ClassProcedure.h"
@@ -22,9 +21,12 @@ struct PaintedList {
     bool grouped = false;   ///< its items stand in groups, which have headings
 };
 
+/// A text of a list, cut where it is longer.
+using ListText = std::array<wchar_t, 260>;
+
 /// A column's header.
 struct HeaderItem {
-    std::array<wchar_t, 260> text{};
+    ListText text{};
     int format = 0;
 
     HeaderItem(HWND header, int index);
@@ -33,29 +35,22 @@ struct HeaderItem {
     [[nodiscard]] bool isSorted() const { return (format & (HDF_SORTUP | HDF_SORTDOWN)) != 0; }
 };
 
-/// The font that lists are written in; of the process's cache.
-[[nodiscard]] HFONT listFont();
-
 /// In the font that is selected.
 [[nodiscard]] Size textSize(HDC dc, const wchar_t* text);
 
 /// Asks the list for what the mask of `item` names and for its text.
-template <typename Text>
-void readText(HWND list, LVITEMW& item, Text& text) {
-    constexpr auto capacity = static_cast<int>(std::tuple_size_v<Text>);
-    item.pszText = text.data();
-    item.cchTextMax = capacity;
-    askClass(list, LVM_GETITEMW, 0, &item);
-    // A list may answer with a text of its own instead of filling the buffer.
-    if (item.pszText && item.pszText != text.data() && item.pszText != LPSTR_TEXTCALLBACKW)
-        lstrcpynW(text.data(), item.pszText, capacity);
-}
+void readText(HWND list, LVITEMW& item, ListText& text);
+
+[[nodiscard]] ListText cellText(HWND list, int row, int subItem);
 
 /// In client coordinates of the list, up and down those of the header.
 [[nodiscard]] RECT columnRect(const PaintedList& painted, std::size_t subItem);
 
 /// The index of the column that stands first.
 [[nodiscard]] int firstDisplayedOf(HWND header);
+
+/// What the cells of a column have beside their text. `firstDisplayed`: as above.
+[[nodiscard]] CellKind kindOfCells(const PaintedList& painted, int column, int firstDisplayed);
 
 /// The row that the mouse is over, or -1. Where another window covers the list, there is none.
 [[nodiscard]] int hotRowOf(HWND list);
@@ -66,8 +61,9 @@ void readText(HWND list, LVITEMW& item, Text& text) {
 /// Where the label of a row is written, and so where it is edited; empty for a column too narrow.
 [[nodiscard]] RECT labelArea(const PaintedList& painted, int row);
 
-/// The width at which no cell of a column is cut, nor its header if that counts. A list that keeps
-/// no items is asked for those that show; the application, for texts that the list does not keep.
-[[nodiscard]] int widthToFit(const PaintedList& painted, int column, bool withHeader);
+/// The width at which no cell of a column is cut, nor its header if that counts, written in that
+/// font. A list that keeps no items is asked for those that show; the application, for texts that
+/// the list does not keep.
+[[nodiscard]] int widthToFit(const PaintedList& painted, HFONT font, int column, bool withHeader);
 
 }  // namespace QkDlg
