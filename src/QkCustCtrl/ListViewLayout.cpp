@@ -57,6 +57,10 @@ CellParts layOutCell(const Rect& cell, const CellKind& kind, const ListLengths& 
     return parts;
 }
 
+int sortArrowRoom(const ListLengths& lengths) {
+    return lengths.underText + 2 * lengths.arrow - 1;
+}
+
 Rect headerTextArea(const Rect& item, const ListLengths& lengths) {
     return {item.left + lengths.inset, item.top, item.right - lengths.inset,
             item.bottom - lengths.underText};
@@ -64,9 +68,8 @@ Rect headerTextArea(const Rect& item, const ListLengths& lengths) {
 
 HeaderParts layOutSortedHeader(const Rect& textArea, const Size& text, bool rightAligned,
                                const ListLengths& lengths) {
-    const int width = 2 * lengths.arrow - 1;
-    const int gap = lengths.underText;
-    const int room = textArea.width() - gap - width;
+    const int arrowRoom = sortArrowRoom(lengths);
+    const int room = textArea.width() - arrowRoom;
     if (room < 0)
         return {textArea, {}};
     HeaderParts parts{textArea, {}};
@@ -75,7 +78,7 @@ HeaderParts layOutSortedHeader(const Rect& textArea, const Size& text, bool righ
     // In the middle of the line of text, whose lower end is the area's.
     const int top = textArea.bottom - (text.height + lengths.arrow) / 2;
     parts.text.right = left;
-    parts.arrow = {left + gap, top, left + gap + width, top + lengths.arrow};
+    parts.arrow = {left + lengths.underText, top, left + arrowRoom, top + lengths.arrow};
     return parts;
 }
 

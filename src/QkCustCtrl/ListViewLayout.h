@@ -53,6 +53,9 @@ struct HeaderParts {
     bool operator==(const HeaderParts&) const = default;
 };
 
+/// What a sort arrow and the gap before it take off a header's text.
+[[nodiscard]] int sortArrowRoom(const ListLengths& lengths);
+
 [[nodiscard]] Rect headerTextArea(const Rect& item, const ListLengths& lengths);
 [[nodiscard]] HeaderParts layOutSortedHeader(const Rect& textArea, const Size& text,
                                              bool rightAligned, const ListLengths& lengths);

@@ -37,7 +37,7 @@ std::pair<int, int> rowsToMeasure(HWND list) {
 }
 
 int headerWidth(HDC dc, const HeaderItem& item, const ListLengths& lengths) {
-    const int arrow = item.isSorted() ? lengths.underText + 2 * lengths.arrow - 1 : 0;
+    const int arrow = item.isSorted() ? sortArrowRoom(lengths) : 0;
     return textSize(dc, item.text.data()).width + 2 * lengths.inset + arrow;
 }
 
