@@ -1,6 +1,7 @@
 #include "QkCustCtrl/ListViewActions.h"
 
 #include "QkCustCtrl/ListViewLayout.h"
+#include "QkCustScroll/TargetScroll.h"
 #include "QkUtil/Metrics.h"
 #include "QkUtil/Rects.h"
 
@@ -10,7 +11,6 @@ namespace {
 
 constexpr UINT kUnchecked = INDEXTOSTATEIMAGEMASK(1);
 constexpr UINT kChecked = INDEXTOSTATEIMAGEMASK(2);
-constexpr int kScrollSteps = 8;
 
 UINT stateImageOf(HWND list, WPARAM item) {
     return static_cast<UINT>(SendMessageW(list, LVM_GETITEMSTATE, item, LVIS_STATEIMAGEMASK));
@@ -26,14 +26,6 @@ void setItemState(HWND list, WPARAM index, UINT state, UINT mask) {
 void setStateImage(HWND list, WPARAM item, UINT image) {
     if (stateImageOf(list, item) != image)
         setItemState(list, item, image, LVIS_STATEIMAGEMASK);
-}
-
-/// Whether LVM_SCROLL counts columns, not pixels: in list view.
-bool scrollsByColumns(HWND list) {
-    // Older common controls know of no views and answer 0, like an icon view.
-    const LRESULT view = SendMessageW(list, LVM_GETVIEW, 0, 0);
-    return view == LV_VIEW_LIST ||
-           (view == 0 && (GetWindowLongPtrW(list, GWL_STYLE) & LVS_TYPEMASK) == LVS_LIST);
 }
 
 /// The item whose check box is at a point, or -1.
@@ -64,14 +56,6 @@ void tellOfClick(HWND list, int item, POINT point, WPARAM keys) {
     if ((keys & MK_SHIFT) != 0)
         click.uKeyFlags |= LVKF_SHIFT;
     SendMessageW(GetParent(list), WM_NOTIFY, click.hdr.idFrom, reinterpret_cast<LPARAM>(&click));
-}
-
-SCROLLINFO scrollInfo(HWND hwnd, int bar, UINT mask) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = mask;
-    GetScrollInfo(hwnd, bar, &info);
-    return info;
 }
 
 }  // namespace
@@ -153,28 +137,12 @@ void toggleMarkedItem(HWND list) {
     setItemState(list, item, unchecked ? kChecked : kUnchecked, LVIS_STATEIMAGEMASK);
 }
 
-// A page is taken for as long as the client area, which has the header in it, too: with each step
-// less is left of what that is wrong by.
-void scrollListTo(HWND list, bool vertical, int position) {
-    const bool byColumns = !vertical && scrollsByColumns(list);
-    const RECT client = clientRect(list);
-    for (int step = 0; step < kScrollSteps; ++step) {
-        const SCROLLINFO own = scrollInfo(list, vertical ? SB_VERT : SB_HORZ, SIF_ALL);
-        const ScrollState state{position, own.nPos, own.nMin, own.nMax, own.nPage};
-        const int way = byColumns ? position - own.nPos
-                                  : scrollDistance(state, vertical ? client.bottom : client.right);
-        if (way == 0)
-            return;
-        SendMessageW(list, LVM_SCROLL, static_cast<WPARAM>(vertical ? 0 : way), vertical ? way : 0);
-    }
-}
-
 bool scrollByThumb(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {
     const int request = LOWORD(wParam);
     const auto bar = reinterpret_cast<HWND>(lParam);
     if (!bar || (request != SB_THUMBPOSITION && request != SB_THUMBTRACK))
         return false;
-    scrollListTo(list, message == WM_VSCROLL, scrollInfo(bar, SB_CTL, SIF_TRACKPOS).nTrackPos);
+    scrollListTo(list, message == WM_VSCROLL, trackPositionOf(bar));
     return true;
 }
 

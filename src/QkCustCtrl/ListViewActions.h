@@ -36,9 +36,6 @@ bool pressCheckBox(HWND list, POINT point, WPARAM keys);
 /// Turns over the check box of the item that the selection started from, if there is one.
 void toggleMarkedItem(HWND list);
 
-/// Scrolls a list to a position of its bar, or close to it.
-void scrollListTo(HWND list, bool vertical, int position);
-
 /// A scroll request by the thumb of a scroll-bar window scrolls the list. False for others.
 bool scrollByThumb(HWND list, UINT message, WPARAM wParam, LPARAM lParam);
 

@@ -1,7 +1,6 @@
 #include "QkCustCtrl/ListViewLayout.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace QkDlg {
 
@@ -85,18 +84,6 @@ HeaderParts layOutSortedHeader(const Rect& textArea, const Size& text, bool righ
 Rect sortArrowLine(const Rect& arrow, int line, bool up) {
     const int indent = up ? arrow.height() - 1 - line : line;
     return {arrow.left + indent, arrow.top + line, arrow.right - indent, arrow.top + line + 1};
-}
-
-int scrollDistance(const ScrollState& state, int clientExtent) {
-    const std::int64_t range = std::int64_t{state.maximum} - state.minimum + 1;
-    const std::int64_t divisor = state.page != 0 ? std::int64_t{state.page} : range;
-    if (divisor == 0)
-        return 0;
-    // The difference has 33 bits and a client area fewer than 30, so the product fits.
-    const std::int64_t way = std::int64_t{state.trackPosition} - state.position;
-    using Limits = std::numeric_limits<int>;
-    return static_cast<int>(
-        std::clamp<std::int64_t>(way * clientExtent / divisor, Limits::min(), Limits::max()));
 }
 
 std::uint32_t requestedExStyle(std::uint32_t saved, std::uint32_t mask, std::uint32_t style) {

@@ -63,19 +63,6 @@ struct HeaderParts {
 /// One line of pixels of a sort arrow, counted from the arrow's top.
 [[nodiscard]] Rect sortArrowLine(const Rect& arrow, int line, bool up);
 
-/// Scroll bar and window that a drag of a flat bar is carried over to.
-struct ScrollState {
-    int trackPosition = 0;  ///< of the flat bar
-    int position = 0;       ///< of the window, as the next three
-    int minimum = 0;
-    int maximum = 0;
-    unsigned page = 0;
-};
-
-/// How far to scroll a window of that client extent, in pixels: a page is taken for as long as the
-/// client area. 0 for a range without extent.
-[[nodiscard]] int scrollDistance(const ScrollState& state, int clientExtent);
-
 /// The extended style after a host's request to change it. A bit of the mask that is not in
 /// `style` is turned over, not cleared: hosts give what they read, and then the two are the same.
 [[nodiscard]] std::uint32_t requestedExStyle(std::uint32_t saved, std::uint32_t mask,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <limits>
 
 namespace QkDlg {
 
@@ -173,6 +174,18 @@ int arrowPicture(int arrowLength) {
     while (index > 0 && kArrowPictures.at(static_cast<std::size_t>(index)) > arrowLength / 2)
         --index;
     return index;
+}
+
+int scrollDistance(const ScrollState& state, int clientExtent) {
+    const std::int64_t range = std::int64_t{state.maximum} - state.minimum + 1;
+    const std::int64_t divisor = state.page != 0 ? std::int64_t{state.page} : range;
+    if (divisor == 0)
+        return 0;
+    // The difference has 33 bits and a client area fewer than 30, so the product fits.
+    const std::int64_t way = std::int64_t{state.trackPosition} - state.position;
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(
+        std::clamp<std::int64_t>(way * clientExtent / divisor, Limits::min(), Limits::max()));
 }
 
 }  // namespace QkDlg

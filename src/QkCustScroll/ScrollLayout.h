@@ -87,4 +87,17 @@ struct SliderMeasures {
 /// an arrow, or the smallest.
 [[nodiscard]] int arrowPicture(int arrowLength);
 
+/// Scroll bar and window that a drag of a flat bar is carried over to.
+struct ScrollState {
+    int trackPosition = 0;  ///< of the flat bar
+    int position = 0;       ///< of the window, as the next three
+    int minimum = 0;
+    int maximum = 0;
+    unsigned page = 0;
+};
+
+/// How far to scroll a window of that client extent, in pixels: a page is taken for as long as the
+/// client area. 0 for a range without extent.
+[[nodiscard]] int scrollDistance(const ScrollState& state, int clientExtent);
+
 }  // namespace QkDlg

@@ -6,7 +6,8 @@
 #include <cstdlib>
 #include <cwchar>
 
-#include "QkCustCtrl/ListViewActions.h"
+#include "QkCustScroll/ScrollLayout.h"
+#include "QkUtil/Rects.h"
 
 namespace QkDlg {
 
@@ -16,6 +17,7 @@ namespace {
 constexpr int kStepsAtOnce = 100;
 // Where the thumb is let go it is to arrive, in a window that moves at all.
 constexpr int kStepsAtEnd = 5000;
+constexpr int kListSteps = 8;
 
 // Elements of a scroll bar in SCROLLBARINFO::rgstate.
 constexpr int kWholeBar = 0;
@@ -32,12 +34,12 @@ int positionOf(HWND target, bool vertical) {
     return scrollInfoOf(target, vertical).nPos;
 }
 
-int trackPositionOf(HWND bar) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_TRACKPOS;
-    GetScrollInfo(bar, SB_CTL, &info);
-    return info.nTrackPos;
+/// Whether LVM_SCROLL counts columns, not pixels: in list view.
+bool scrollsByColumns(HWND list) {
+    // Older common controls know of no views and answer 0, like an icon view.
+    const LRESULT view = SendMessageW(list, LVM_GETVIEW, 0, 0);
+    return view == LV_VIEW_LIST ||
+           (view == 0 && (GetWindowLongPtrW(list, GWL_STYLE) & LVS_TYPEMASK) == LVS_LIST);
 }
 
 // SB_PAGEUP and SB_PAGELEFT, SB_LINEUP and SB_LINELEFT are the same numbers.
@@ -65,6 +67,30 @@ SCROLLINFO scrollInfoOf(HWND target, bool vertical) {
     info.fMask = SIF_ALL;
     GetScrollInfo(target, vertical ? SB_VERT : SB_HORZ, &info);
     return info;
+}
+
+int trackPositionOf(HWND bar) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_TRACKPOS;
+    GetScrollInfo(bar, SB_CTL, &info);
+    return info.nTrackPos;
+}
+
+// A page is taken for as long as the client area, which has the header in it, too: with each step
+// less is left of what that is wrong by.
+void scrollListTo(HWND list, bool vertical, int position) {
+    const bool byColumns = !vertical && scrollsByColumns(list);
+    const RECT client = clientRect(list);
+    for (int step = 0; step < kListSteps; ++step) {
+        const SCROLLINFO own = scrollInfoOf(list, vertical);
+        const ScrollState state{position, own.nPos, own.nMin, own.nMax, own.nPage};
+        const int way = byColumns ? position - own.nPos
+                                  : scrollDistance(state, vertical ? client.bottom : client.right);
+        if (way == 0)
+            return;
+        SendMessageW(list, LVM_SCROLL, static_cast<WPARAM>(vertical ? 0 : way), vertical ? way : 0);
+    }
 }
 
 bool canScroll(HWND target, bool vertical, const SCROLLINFO& info) {

@@ -14,6 +14,12 @@ namespace QkDlg {
 /// The ESB_ code of the arrows that are switched off in the window's own scroll bar.
 [[nodiscard]] UINT arrowsOff(HWND target, bool vertical);
 
+/// Where the thumb of a scroll-bar window is dragged to.
+[[nodiscard]] int trackPositionOf(HWND bar);
+
+/// Scrolls a list view to a position of its bar, or close to it.
+void scrollListTo(HWND list, bool vertical, int position);
+
 /// Hands a request of a flat bar (WM_VSCROLL or WM_HSCROLL with its wParam) to the window that the
 /// bar scrolls, which hears it as from a scroll bar of its own. The thumb's positions arrive as
 /// SB_THUMBPOSITION, which every window scrolls by. A list view hears them as they are, and with

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <climits>
-
 namespace QkDlg {
 namespace {
 
@@ -32,13 +30,6 @@ TEST(ListViewLayout, SortArrowFollowsTheTextAndKeepsItsRoomFromALongOne) {
     const HeaderParts atEnd{{104, 0, 183, 18}, {189, 9, 196, 13}};
     EXPECT_EQ(layOutSortedHeader(area, {300, 14}, false, normal), atEnd);
     EXPECT_EQ(layOutSortedHeader(area, {30, 14}, true, normal), atEnd);
-}
-
-TEST(ListViewLayout, ScrollDistanceIsInPagesOfTheClientAreaAndNeverFaults) {
-    EXPECT_EQ(scrollDistance({25, 5, 0, 99, 10}, 300), 600);
-    EXPECT_EQ(scrollDistance({5, 25, 0, 99, 0}, 300), -60) << "no page: the range";
-    EXPECT_EQ(scrollDistance({5, 25, 0, -1, 0}, 300), 0) << "neither";
-    EXPECT_EQ(scrollDistance({INT_MAX, INT_MIN, INT_MIN, INT_MAX, 1}, 1000), INT_MAX);
 }
 
 TEST(ListViewLayout, AskedStyleIsSetAndTheRestOfTheMaskTurnedOver) {

@@ -64,6 +64,13 @@ TEST(ScrollLayout, PartsShareAShortBarAndHitsTellTheTwoSidesOfTheThumb) {
         EXPECT_EQ(arrowPicture(arrow), picture) << arrow;
 }
 
+TEST(ScrollLayout, DistanceOfAListIsInPagesOfTheClientAreaAndNeverFaults) {
+    EXPECT_EQ(scrollDistance({25, 5, 0, 99, 10}, 300), 600);
+    EXPECT_EQ(scrollDistance({5, 25, 0, 99, 0}, 300), -60) << "no page: the range";
+    EXPECT_EQ(scrollDistance({5, 25, 0, -1, 0}, 300), 0) << "neither";
+    EXPECT_EQ(scrollDistance({INT_MAX, INT_MIN, INT_MIN, INT_MAX, 1}, 1000), INT_MAX);
+}
+
 TEST(HolderLayout, BarsStandWhereTheClientAreaEndsAndNeverOutsideTheFrame) {
     const auto layOut = [](Rect client, Size bars) {
         return holderLayout({100, 50, 300, 250}, client, {true, true}, bars);
