@@ -21,7 +21,8 @@ struct NextProcedure {
     WNDPROC procedure;
     bool unicode;
 
-    [[nodiscard]] LRESULT call(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam) const {
+    [[nodiscard]] LRESULT call(const Message& message) const {
+        const auto& [hwnd, id, wParam, lParam] = message;
         return unicode ? CallWindowProcW(procedure, hwnd, id, wParam, lParam)
                        : CallWindowProcA(procedure, hwnd, id, wParam, lParam);
     }
@@ -57,9 +58,9 @@ bool leftToSystem(UINT message, HDC dc, LRESULT answer) {
 }
 
 /// What the control answers in place of its parent, or what the parent has answered.
-LRESULT answerColour(WPARAM wParam, LPARAM lParam, UINT id, LRESULT parents) {
-    const auto child = reinterpret_cast<HWND>(lParam);
-    const auto dc = reinterpret_cast<HDC>(wParam);
+LRESULT answerColour(const Message& message, LRESULT parents) {
+    const auto child = reinterpret_cast<HWND>(message.lParam);
+    const auto dc = reinterpret_cast<HDC>(message.wParam);
     const auto found = colouring().byWindow.find(child);
     if (found == colouring().byWindow.end())
         return parents;
@@ -70,7 +71,7 @@ LRESULT answerColour(WPARAM wParam, LPARAM lParam, UINT id, LRESULT parents) {
         return parents;
 
     HBRUSH brush = nullptr;
-    if (leftToSystem(id, dc, parents))
+    if (leftToSystem(message.id, dc, parents))
         brush = control->OnCtlColor(dc, child);
     if (!brush)
         brush = reinterpret_cast<HBRUSH>(parents);
@@ -88,30 +89,32 @@ void forgetParent(HWND parent) {
     colouring().parents.erase(parent);
 }
 
-/// What a parent's message means for the control that it is about, once the parent has answered.
-LRESULT afterParent(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam, LRESULT result) {
-    if (id == WM_NCDESTROY)
-        forgetParent(hwnd);
-    return asksColour(id) ? answerColour(wParam, lParam, id, result) : result;
+/// What both procedures of a parent do with a message; `passOn` has the parent answer it.
+template <typename PassOn>
+LRESULT handle(const Message& message, PassOn passOn) {
+    if (message.id == WM_DESTROY)
+        colouring().goingParents.insert(message.hwnd);
+    const LRESULT result = passOn();
+    if (message.id == WM_NCDESTROY)
+        forgetParent(message.hwnd);
+    return asksColour(message.id) ? answerColour(message, result) : result;
 }
 
 LRESULT CALLBACK parentProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam) {
+    const Message message{hwnd, id, wParam, lParam};
     const auto found = colouring().parents.find(hwnd);
     // A window that is gone but for some last message has no dialog left to be asked.
     const NextProcedure next =
         found == colouring().parents.end() ? NextProcedure{&DefWindowProcW, true} : found->second;
-    if (id == WM_DESTROY)
-        colouring().goingParents.insert(hwnd);
-    return afterParent(hwnd, id, wParam, lParam, next.call(hwnd, id, wParam, lParam));
+    return handle(message, [&] { return next.call(message); });
 }
 
 LRESULT CALLBACK parentSubclassProc(HWND hwnd, UINT id, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR subclassId, DWORD_PTR) {
-    if (id == WM_DESTROY)
-        colouring().goingParents.insert(hwnd);
+    const Message message{hwnd, id, wParam, lParam};
     if (id == WM_NCDESTROY)
         RemoveWindowSubclass(hwnd, parentSubclassProc, subclassId);
-    return afterParent(hwnd, id, wParam, lParam, DefSubclassProc(hwnd, id, wParam, lParam));
+    return handle(message, [&] { return message.passOn(); });
 }
 
 /// The procedure of the window's class if nobody has subclassed the window, otherwise null.
