@@ -411,7 +411,7 @@ void QkFlatEdit::ShowNewLook() {
 }
 
 bool QkFlatEdit::StartsShown() const {
-    return !m_startHidden && (GetWindowLongPtrW(m_hWnd, GWL_STYLE) & WS_VISIBLE) != 0;
+    return !m_startHidden && isShown(m_hWnd);
 }
 
 HWND QkFlatEdit::CreateHelper(DWORD exStyle, const wchar_t* className, DWORD style,
